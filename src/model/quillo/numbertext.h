@@ -1,0 +1,45 @@
+#pragma once
+// Number <-> text conversions shared by every reader and writer. Floats are
+// written in the shortest form that reads back to the very same value.
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillo {
+
+// Appends the shortest round-trip text of a value ("nan", "inf", "-inf" for
+// the special values).
+void appendNumber(std::string& out, float value);
+void appendNumber(std::string& out, double value);
+void appendNumber(std::string& out, std::int64_t value);
+void appendNumber(std::string& out, std::uint64_t value);
+
+std::string numberText(float value);
+std::string numberText(double value);
+
+// Parses a whole token as a number. Accepts a leading '+', decimal and
+// exponent forms, "nan", "inf" and "infinity" in any case. Surrounding white
+// space is not accepted; out-of-range values are rejected.
+std::optional<double> parseDouble(std::string_view token);
+std::optional<float> parseFloat(std::string_view token);
+std::optional<std::int64_t> parseInt64(std::string_view token);
+std::optional<std::uint64_t> parseUInt64(std::string_view token);
+
+// A token quoted for an error message ('...'), cut to `limit` characters.
+std::string quoted(std::string_view token, std::size_t limit = 40);
+
+// Splits on spaces and tabs (and a trailing CR), skipping empty fields.
+template <class Fn>
+void forEachField(std::string_view line, Fn&& fn) {
+  std::size_t i = 0;
+  const std::size_t n = line.size();
+  while (i < n) {
+    while (i < n && (line[i] == ' ' || line[i] == '\t' || line[i] == '\r')) ++i;
+    std::size_t start = i;
+    while (i < n && line[i] != ' ' && line[i] != '\t' && line[i] != '\r') ++i;
+    if (i > start) fn(line.substr(start, i - start));
+  }
+}
+
+}  // namespace quillo
