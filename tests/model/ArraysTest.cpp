@@ -1,0 +1,268 @@
+// Numeric arrays: conversions, masks, planar layout and exact text forms.
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <random>
+
+#include "quillo/QLONumberArray.h"
+#include "quillo/QLOVector3dArray.h"
+#include "quillo/numbertext.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path scratchFile(const std::string& name) {
+  fs::path dir = fs::temp_directory_path() / ("plexview-arrays-" + std::to_string(::getpid()));
+  fs::create_directories(dir);
+  return dir / name;
+}
+
+void writeText(const fs::path& file, const std::string& text) {
+  std::ofstream(file, std::ios::binary) << text;
+}
+
+// Awkward float values: subnormals, extremes, values without a short decimal.
+std::vector<float> awkwardFloats() {
+  std::vector<float> values = {0.0f,
+                               -0.0f,
+                               0.1f,
+                               1.0f / 3.0f,
+                               -2.5e-38f,
+                               std::numeric_limits<float>::denorm_min(),
+                               std::numeric_limits<float>::min(),
+                               std::numeric_limits<float>::max(),
+                               -std::numeric_limits<float>::max(),
+                               16777217.0f,
+                               std::numeric_limits<float>::infinity(),
+                               -std::numeric_limits<float>::infinity()};
+  std::mt19937 engine(7);
+  for (int i = 0; i < 2000; ++i) {
+    auto bits = static_cast<std::uint32_t>(engine());
+    float f = std::bit_cast<float>(bits);
+    if (std::isfinite(f)) values.push_back(f);
+  }
+  return values;
+}
+
+}  // namespace
+
+TEST(NumberText, ShortestFormsReadBackExactly) {
+  for (float f : awkwardFloats()) {
+    auto text = quillo::numberText(f);
+    auto back = quillo::parseFloat(text);
+    ASSERT_TRUE(back) << text;
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(*back), std::bit_cast<std::uint32_t>(f)) << text;
+  }
+  EXPECT_EQ(quillo::numberText(0.1f), "0.1");
+  EXPECT_EQ(quillo::numberText(std::nan("")), "nan");
+}
+
+TEST(NumberText, ParsingAcceptsAndRejects) {
+  EXPECT_EQ(quillo::parseDouble("+1.5"), 1.5);
+  EXPECT_EQ(quillo::parseDouble("1e3"), 1000.0);
+  EXPECT_EQ(quillo::parseDouble("-Infinity"), -std::numeric_limits<double>::infinity());
+  EXPECT_TRUE(std::isnan(*quillo::parseDouble("NaN")));
+  for (const char* bad : {"", "+", "+-1", "1.5x", " 1", "1e999", "--1", "0x10", "abc"}) {
+    EXPECT_FALSE(quillo::parseDouble(bad)) << bad;
+  }
+  EXPECT_EQ(quillo::parseUInt64("18446744073709551615"), UINT64_MAX);
+  EXPECT_FALSE(quillo::parseUInt64("18446744073709551616"));
+  EXPECT_FALSE(quillo::parseUInt64("-1"));
+  EXPECT_EQ(quillo::parseInt64("-42"), -42);
+}
+
+TEST(NumberArray, ConversionsBetweenTypes) {
+  auto floats = QLONumberArray::initWithFloats(std::vector<float>{0.0f, 2.5f, -1.0f, NAN});
+  auto bools = QLONumberArray::initWithNumberArray(*floats, {0, 4}, NumberType::Bool);
+  ASSERT_TRUE(bools);
+  EXPECT_EQ(bools->numberArrayType(), NumberType::Bool);
+  const auto* bytes = bools->data<std::uint8_t>();
+  EXPECT_EQ(bytes[0], 0);
+  EXPECT_EQ(bytes[1], 1);
+  EXPECT_EQ(bytes[2], 1);
+  EXPECT_EQ(bytes[3], 1);  // NaN is not zero
+
+  auto ints = QLONumberArray::initWithNumberArray(*floats, {1, 3}, NumberType::Int32);
+  ASSERT_EQ(ints->count(), 3u);
+  EXPECT_EQ(ints->data<std::int32_t>()[0], 2);
+  EXPECT_EQ(ints->data<std::int32_t>()[2], 0);  // NaN becomes 0
+
+  auto huge = QLONumberArray::initWithDoubles(std::vector<double>{1e300, -1e300});
+  auto clamped = QLONumberArray::initWithNumberArray(*huge, {0, 2}, NumberType::Int32);
+  EXPECT_EQ(clamped->data<std::int32_t>()[0], INT32_MAX);
+  EXPECT_EQ(clamped->data<std::int32_t>()[1], INT32_MIN);
+
+  EXPECT_FALSE(QLONumberArray::initWithNumberArray(*floats, {3, 2}, NumberType::Float));
+  EXPECT_FALSE(QLONumberArray::initWithNumberArray(*floats, {UINT64_MAX, 2}, NumberType::Float));
+
+  float out[4] = {};
+  bools->getFloatValues(out);
+  EXPECT_EQ(out[1], 1.0f);
+  float two[4] = {9, 9, 9, 9};
+  floats->getFloatValues(two, 2);
+  EXPECT_EQ(two[1], 2.5f);
+  EXPECT_EQ(two[2], 9.0f);  // only n entries written
+}
+
+TEST(NumberArray, BoolMaskOperations) {
+  auto mask = QLONumberArray::initWithBoolScalar(false, 5);
+  EXPECT_FALSE(mask->boolValueAtIndex(4));
+  mask->setBoolValue(true, 4);
+  EXPECT_TRUE(mask->boolValueAtIndex(4));
+  EXPECT_EQ(mask->data<std::uint8_t>()[4], 1);
+  auto all = QLONumberArray::initWithBoolScalar(true, 3);
+  EXPECT_EQ(all->text(), "1\n1\n1\n");
+  EXPECT_THROW(mask->boolValueAtIndex(5), std::out_of_range);
+  auto empty = QLONumberArray::initWithBoolScalar(true, 0);
+  EXPECT_EQ(empty->count(), 0u);
+}
+
+TEST(NumberArray, FileRoundTripIsExactForEveryType) {
+  auto values = awkwardFloats();
+  auto floats = QLONumberArray::initWithFloats(values);
+  fs::path file = scratchFile("floats.txt");
+  ASSERT_TRUE(floats->writeToFile(file, WriteMode::Atomic));
+  auto back = QLONumberArray::initWithContentsOfURL(file, NumberType::Float);
+  ASSERT_TRUE(back);
+  ASSERT_EQ(back->count(), values.size());
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(back->data<float>()[i]),
+              std::bit_cast<std::uint32_t>(values[i]));
+  }
+
+  auto longs = QLONumberArray::initWithCount(2, NumberType::Int64);
+  longs->data<std::int64_t>()[0] = INT64_MIN;
+  longs->data<std::int64_t>()[1] = (std::int64_t{1} << 53) + 1;  // not exact as a double
+  ASSERT_TRUE(longs->writeToFile(file, WriteMode::Direct));
+  std::ifstream in(file);
+  std::string first;
+  in >> first;
+  EXPECT_EQ(first, "-9223372036854775808");
+
+  auto doubles = QLONumberArray::initWithDoubles(std::vector<double>{0.1, 1e-310, NAN});
+  ASSERT_TRUE(doubles->writeToFile(file, WriteMode::Atomic));
+  auto doublesBack = QLONumberArray::initWithContentsOfURL(file, NumberType::Double);
+  ASSERT_TRUE(doublesBack);
+  EXPECT_EQ(doublesBack->data<double>()[0], 0.1);
+  EXPECT_EQ(doublesBack->data<double>()[1], 1e-310);
+  EXPECT_TRUE(std::isnan(doublesBack->data<double>()[2]));
+}
+
+TEST(NumberArray, ReaderToleratesLayoutAndRejectsGarbage) {
+  ReadError error;
+  auto ok = QLONumberArray::initWithText("1\r\n\n  2.5\t\n-3\n", NumberType::Float, "f", &error);
+  ASSERT_TRUE(ok);
+  EXPECT_EQ(ok->count(), 3u);
+  EXPECT_EQ(ok->data<float>()[2], -3.0f);
+
+  struct Case {
+    const char* text;
+    std::uint64_t line;
+  };
+  for (Case c : {Case{"1\n2\nx\n", 3}, Case{"1 2\n", 1}, Case{"\n\n1e99999\n", 3}}) {
+    error = {};
+    EXPECT_FALSE(QLONumberArray::initWithText(c.text, NumberType::Float, "colours.txt", &error));
+    EXPECT_EQ(error.line, c.line) << c.text;
+    EXPECT_EQ(error.file, "colours.txt");
+    EXPECT_NE(error.describe().find("line " + std::to_string(c.line)), std::string::npos);
+  }
+  error = {};
+  EXPECT_FALSE(QLONumberArray::initWithContentsOfURL("/nonexistent/x.txt", NumberType::Float,
+                                                     &error));
+  EXPECT_NE(error.describe().find("/nonexistent/x.txt"), std::string::npos);
+}
+
+TEST(Vector3dArray, PlanesAreAlignedAndIndependent) {
+  auto array = QLOVector3dArray::initWithSize(5, Precision::Float);
+  ASSERT_TRUE(array);
+  for (float* plane : {array->pointerForX(), array->pointerForY(), array->pointerForZ()}) {
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(plane) % 64, 0u);
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(plane[i], 0.0f);
+  }
+  array->pointerForY()[4] = 7.0f;
+  EXPECT_EQ(array->vectorAtIndex(4)[1], 7.0);
+  EXPECT_EQ(array->vectorAtIndex(4)[0], 0.0);
+  EXPECT_EQ(array->yfv()[4], 7.0f);
+  EXPECT_EQ(array->doublePointerForX(), nullptr);
+}
+
+TEST(Vector3dArray, CopiesConvertPrecisionAndDoNotShare) {
+  auto doubles = QLOVector3dArray::initWithSize(3, Precision::Double);
+  doubles->setVector({0.1, 1e300, -2.0}, 1);
+  auto floats = QLOVector3dArray::initWithVector3dArray(*doubles, Precision::Float);
+  ASSERT_TRUE(floats);
+  EXPECT_EQ(floats->precision(), Precision::Float);
+  EXPECT_EQ(floats->pointerForX()[1], 0.1f);
+  EXPECT_TRUE(std::isinf(floats->pointerForY()[1]));
+  EXPECT_EQ(doubles->doublePointerForX()[1], 0.1);  // source untouched
+
+  auto copy = QLOVector3dArray::initWithVector3dArray(*floats, Precision::Float);
+  copy->pointerForZ()[1] = 5.0f;
+  EXPECT_EQ(floats->pointerForZ()[1], -2.0f);
+
+  auto x = QLONumberArray::floatArrayWithScalar(1.0f, 2);
+  auto y = QLONumberArray::floatArrayWithScalar(2.0f, 2);
+  auto z3 = QLONumberArray::floatArrayWithScalar(3.0f, 3);
+  EXPECT_FALSE(QLOVector3dArray::initWithX(*x, *y, *z3, Precision::Float));
+  auto z = QLONumberArray::floatArrayWithScalar(3.0f, 2);
+  auto built = QLOVector3dArray::initWithX(*x, *y, *z, Precision::Float);
+  ASSERT_TRUE(built);
+  EXPECT_EQ(built->vectorAtIndex(1), (std::array<double, 3>{1, 2, 3}));
+}
+
+TEST(Vector3dArray, FileRoundTripIsExact) {
+  auto values = awkwardFloats();
+  const std::uint64_t n = values.size() / 3;
+  auto array = QLOVector3dArray::initWithSize(n, Precision::Float);
+  for (std::uint64_t i = 0; i < n; ++i) {
+    array->pointerForX()[i] = values[3 * i];
+    array->pointerForY()[i] = values[3 * i + 1];
+    array->pointerForZ()[i] = values[3 * i + 2];
+  }
+  fs::path file = scratchFile("positions.txt");
+  ASSERT_TRUE(array->writeToURL(file, WriteMode::Atomic));
+  auto back = QLOVector3dArray::initWithContentsOfURL(file, Precision::Float);
+  ASSERT_TRUE(back);
+  ASSERT_EQ(back->count(), n);
+  for (std::uint64_t i = 0; i < n; ++i) {
+    ASSERT_EQ(std::bit_cast<std::uint32_t>(back->pointerForX()[i]),
+              std::bit_cast<std::uint32_t>(array->pointerForX()[i]));
+    ASSERT_EQ(std::bit_cast<std::uint32_t>(back->pointerForZ()[i]),
+              std::bit_cast<std::uint32_t>(array->pointerForZ()[i]));
+  }
+}
+
+TEST(Vector3dArray, ReaderErrorsNameTheLine) {
+  ReadError error;
+  EXPECT_TRUE(QLOVector3dArray::initWithText("1 2 3\n\n4\t5 6\r\n", Precision::Float, "p", &error));
+  for (auto [text, line] : std::vector<std::pair<std::string, std::uint64_t>>{
+           {"1 2 3\n1 2\n", 2}, {"1 2 3 4\n", 1}, {"1 2 z\n", 1}, {"\n\n\n1 nanx 2\n", 4}}) {
+    error = {};
+    EXPECT_FALSE(QLOVector3dArray::initWithText(text, Precision::Float, "p.txt", &error)) << text;
+    EXPECT_EQ(error.line, line) << text;
+  }
+}
+
+TEST(FileWrites, AtomicWriteNeverLeavesTemporaryFilesOrTruncatesTarget) {
+  fs::path dir = scratchFile("atomic");
+  fs::create_directories(dir);
+  fs::path target = dir / "keep.txt";
+  writeText(target, "good\n");
+  auto array = QLONumberArray::floatArrayWithScalar(1.0f, 2);
+  std::string why;
+  EXPECT_FALSE(array->writeToFile(dir / "missing" / "x.txt", WriteMode::Atomic, &why));
+  EXPECT_NE(why.find("missing"), std::string::npos);
+  ASSERT_TRUE(array->writeToFile(target, WriteMode::Atomic));
+  int files = 0;
+  for ([[maybe_unused]] const auto& entry : fs::directory_iterator(dir)) ++files;
+  EXPECT_EQ(files, 1);
+  std::ifstream in(target);
+  std::string line;
+  std::getline(in, line);
+  EXPECT_EQ(line, "1");
+}
