@@ -143,6 +143,12 @@ TEST(NumberArray, FileRoundTripIsExactForEveryType) {
   std::string first;
   in >> first;
   EXPECT_EQ(first, "-9223372036854775808");
+  auto longsBack = QLONumberArray::initWithContentsOfURL(file, NumberType::Int64);
+  ASSERT_TRUE(longsBack);
+  EXPECT_EQ(longsBack->data<std::int64_t>()[0], INT64_MIN);
+  EXPECT_EQ(longsBack->data<std::int64_t>()[1], (std::int64_t{1} << 53) + 1);
+  auto narrowed = QLONumberArray::initWithContentsOfURL(file, NumberType::Int32);
+  EXPECT_EQ(narrowed->data<std::int32_t>()[0], INT32_MIN);  // clamped, not wrapped
 
   auto doubles = QLONumberArray::initWithDoubles(std::vector<double>{0.1, 1e-310, NAN});
   ASSERT_TRUE(doubles->writeToFile(file, WriteMode::Atomic));

@@ -157,7 +157,11 @@ QLONumberArray::Ptr QLONumberArray::initWithText(std::string_view text, NumberTy
     if (error) *error = ReadError{name, 0, "unknown number type"};
     return nullptr;
   }
+  // Integer types read integer text exactly (a double would lose digits above
+  // 2^53); anything else, and non-integer text, goes through double.
+  const bool integral = type == NumberType::Int32 || type == NumberType::Int64;
   std::vector<double> values;
+  std::vector<std::int64_t> integers;
   std::uint64_t lineNumber = 0;
   std::size_t start = 0;
   while (start < text.size()) {
@@ -177,14 +181,31 @@ QLONumberArray::Ptr QLONumberArray::initWithText(std::string_view text, NumberTy
       return nullptr;
     };
     if (fields > 1) return fail("expected one number, found " + std::to_string(fields) + " fields");
+    if (integral) {
+      if (auto exact = quillo::parseInt64(field)) {
+        integers.push_back(*exact);
+        continue;
+      }
+    }
     auto value = quillo::parseDouble(field);
     if (!value) return fail(quillo::quoted(field) + " is not a number");
-    values.push_back(*value);
+    if (integral) {
+      integers.push_back(convertTo<std::int64_t>(*value));
+    } else {
+      values.push_back(*value);
+    }
   }
-  auto array = initWithCount(values.size(), type);
+  auto array = initWithCount(integral ? integers.size() : values.size(), type);
   visitMutable(type, array->QLO_dataPointer(), [&](auto* out) {
     using Out = std::remove_pointer_t<decltype(out)>;
-    for (std::size_t i = 0; i < values.size(); ++i) out[i] = convertTo<Out>(values[i]);
+    if constexpr (std::is_integral_v<Out> && !std::is_same_v<Out, std::uint8_t>) {
+      for (std::size_t i = 0; i < integers.size(); ++i) {
+        out[i] = static_cast<Out>(std::clamp<std::int64_t>(
+            integers[i], std::numeric_limits<Out>::min(), std::numeric_limits<Out>::max()));
+      }
+    } else {
+      for (std::size_t i = 0; i < values.size(); ++i) out[i] = convertTo<Out>(values[i]);
+    }
   });
   return array;
 }
