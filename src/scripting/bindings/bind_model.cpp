@@ -1,0 +1,19 @@
+#include "bindings/bind_parts.h"
+#include "bindings/bindings.h"
+
+namespace plexview {
+
+void bindModel(pybind11::module_& m) {
+  m.doc() =
+      "Plexview's network model: number and vector arrays with NumPy views, the shared "
+      "random source, networks with their readers, writers and generators, and vertices.";
+  bindErrors(m);
+  bindEnums(m);
+  bindNumberArray(m);
+  bindVector3dArray(m);
+  bindRandomGenerator(m);
+  bindVertex(m);
+  bindNetwork(m);
+}
+
+}  // namespace plexview

@@ -1,0 +1,17 @@
+#pragma once
+// The pieces bindModel() puts together, one per class (or group of enums).
+// They must run in this order: later classes refer to earlier ones in their
+// signatures.
+#include <pybind11/pybind11.h>
+
+namespace plexview {
+
+void bindErrors(pybind11::module_& m);
+void bindEnums(pybind11::module_& m);
+void bindNumberArray(pybind11::module_& m);
+void bindVector3dArray(pybind11::module_& m);
+void bindRandomGenerator(pybind11::module_& m);
+void bindVertex(pybind11::module_& m);
+void bindNetwork(pybind11::module_& m);
+
+}  // namespace plexview

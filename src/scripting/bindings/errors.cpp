@@ -1,0 +1,48 @@
+#include "bindings/errors.h"
+
+#include "bindings/bind_parts.h"
+
+namespace py = pybind11;
+
+namespace plexview {
+namespace {
+
+// The Python class of plexview.ReadError, made anew each time the module is
+// set up (an embedding program may start a fresh interpreter). Never released:
+// the translator may run until the interpreter shuts down.
+PyObject* gReadErrorType = nullptr;
+
+void raiseReadError(const ReadFailure& failure) {
+  const ReadError& error = failure.error();
+  py::object type = py::reinterpret_borrow<py::object>(gReadErrorType);
+  py::object instance = type(failure.what());
+  instance.attr("file") = error.file;
+  instance.attr("line") = error.line;
+  instance.attr("reason") = error.message;
+  PyErr_SetObject(gReadErrorType, instance.ptr());
+}
+
+}  // namespace
+
+void bindErrors(py::module_& m) {
+  PyObject* type = PyErr_NewExceptionWithDoc(
+      "plexview.ReadError",
+      "A file could not be read. The message is \"FILE, line N: REASON\"; the parts are "
+      "also available as the attributes file, line (0 when not tied to a line) and reason.",
+      PyExc_ValueError, nullptr);
+  if (!type) throw py::error_already_set();
+  gReadErrorType = type;
+  m.attr("ReadError") = py::reinterpret_borrow<py::object>(gReadErrorType);
+
+  py::register_local_exception_translator([](std::exception_ptr pointer) {
+    try {
+      if (pointer) std::rethrow_exception(pointer);
+    } catch (const ReadFailure& failure) {
+      raiseReadError(failure);
+    } catch (const WriteFailure& failure) {
+      PyErr_SetString(PyExc_OSError, failure.what());
+    }
+  });
+}
+
+}  // namespace plexview
