@@ -1,0 +1,67 @@
+// Fuzzes the Pajek reader: no input may crash it, and whatever it accepts must
+// be written and read back to the same vertices, labels, edges, weights and
+// flags.
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include "plexora/QLONetwork.h"
+#include "plexora/formats.h"
+
+namespace {
+
+// The label as the writer puts it between quotes.
+std::string writtenLabel(std::string label) {
+  for (char& c : label) {
+    if (c == '"') c = '\'';
+    if (c == '\r' || c == '\n' || c == '\t') c = ' ';
+  }
+  return label;
+}
+
+bool sameWeight(float a, float b) {
+  if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
+  return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+void checkReadsBack(const QLONetwork& network) {
+  ReadError error;
+  auto back = plexora::readPajek(plexora::pajekText(network), "written", &error);
+  if (!back) std::abort();
+  if (back->verticesCount != network.verticesCount || back->edgesCount != network.edgesCount ||
+      back->isDirected() != network.isDirected() ||
+      back->isEdgeWeighted() != network.isEdgeWeighted()) {
+    std::abort();
+  }
+  for (std::uint64_t k = 0; k < network.edgesCount; ++k) {
+    if (back->edgeFromList[k] != network.edgeFromList[k] ||
+        back->edgeToList[k] != network.edgeToList[k] ||
+        !sameWeight(back->edgesWeights[k], network.edgesWeights[k])) {
+      std::abort();
+    }
+  }
+  for (std::uint64_t v = 0; v < network.verticesCount; ++v) {
+    if (back->vertexName(v) != writtenLabel(network.vertexName(v))) std::abort();
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const bool limited = [] {
+    plexora::setMaxReadVertices(100000);
+    return true;
+  }();
+  (void)limited;
+  std::string_view text(reinterpret_cast<const char*>(data), size);
+  ReadError error;
+  if (auto network = plexora::readPajek(text, "fuzz", &error)) {
+    checkReadsBack(*network);
+  } else if (error.message.empty()) {
+    std::abort();
+  }
+  return 0;
+}
