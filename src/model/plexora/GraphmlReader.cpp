@@ -1,0 +1,400 @@
+// Reads a GraphML document into a network. Our own documents come back
+// exactly as written; documents from other tools open with their node
+// attributes as vertex properties (see graphml_plan.h for the renaming rules).
+#include <pugixml.hpp>
+
+#include <cstring>
+#include <new>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "plexora/QLONetwork.h"
+#include "plexora/formats.h"
+#include "plexora/graphml_column.h"
+#include "plexora/graphml_common.h"
+#include "plexora/graphml_ids.h"
+#include "plexora/graphml_keys.h"
+#include "plexora/graphml_plan.h"
+#include "plexora/graphml_xml.h"
+#include "quillo/fileio.h"
+#include "quillo/numbertext.h"
+
+namespace plexora {
+namespace {
+
+using namespace graphml;
+
+// What the reader needs from pugixml: entities, CDATA, line-end and attribute
+// white-space normalisation as XML prescribes, and white-space-only text when
+// it is a <data> element's whole content. An element's leading text is kept in
+// the element itself, which saves a node per <data>. Comments, processing
+// instructions and the declaration are skipped.
+constexpr unsigned kParseOptions = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_eol |
+                                   pugi::parse_wconv_attribute | pugi::parse_ws_pcdata_single |
+                                   pugi::parse_embed_pcdata;
+
+// Vertex properties may take at most this much memory plus a multiple of the
+// document's size: keys with defaults could otherwise make a small file ask
+// for gigabytes.
+constexpr std::uint64_t kPropertyMemoryBase = std::uint64_t{256} << 20;
+constexpr std::uint64_t kPropertyMemoryPerByte = 64;
+
+const char* kindName(ValueKind kind) {
+  switch (kind) {
+    case ValueKind::Bool:
+      return "boolean";
+    case ValueKind::Int32:
+      return "int";
+    case ValueKind::Int64:
+      return "long";
+    case ValueKind::Float:
+      return "float";
+    case ValueKind::Double:
+      return "double";
+    case ValueKind::Text:
+      break;
+  }
+  return "string";
+}
+
+// The parts of a message joined (built with += to stay clear of a GCC 12
+// false -Wrestrict warning on "literal" + std::string).
+template <class... Parts>
+std::string joined(const Parts&... parts) {
+  std::string message;
+  (message += ... += parts);
+  return message;
+}
+
+std::string badValueMessage(std::string_view text, const Key& key) {
+  return joined("the value ", quillo::quoted(trimmed(text)), " of key ", quillo::quoted(key.name),
+                " is not a valid ", kindName(key.kind));
+}
+
+class DocumentReader {
+ public:
+  DocumentReader(std::string_view text, const std::string& name, ReadError* error)
+      : text_(text), name_(name), error_(error) {}
+
+  QLONetwork::Ptr read() {
+    if (!parse() || !collectGraphChildren() || !identifyNodes()) return nullptr;
+    classifyKeys();
+    NetworkData data;
+    data.verticesCount = nodes_.size();
+    if (!readGraphData(data) || !readEdges(data) || !readProperties(data)) return nullptr;
+    std::string why;
+    QLONetwork::Ptr network = QLONetwork::make(std::move(data), &why);
+    if (!network) fail(0, why);
+    return network;
+  }
+
+  bool fail(std::uint64_t line, std::string message) {
+    if (error_) *error_ = ReadError{name_, line, std::move(message)};
+    return false;
+  }
+
+ private:
+  std::uint64_t lineOf(const pugi::xml_node& node) const {
+    return lineAtOffset(text_, node.offset_debug());
+  }
+  bool fail(const pugi::xml_node& at, std::string message) {
+    return fail(lineOf(at), std::move(message));
+  }
+
+  bool parse() {
+    const pugi::xml_parse_result result =
+        document_.load_buffer(text_.data(), text_.size(), kParseOptions);
+    if (!result) {
+      return fail(lineAtOffset(text_, result.offset),
+                  joined("not a well-formed XML document: ", result.description()));
+    }
+    root_ = document_.document_element();
+    if (!isElement(root_, "graphml")) {
+      return fail(root_,
+                  joined("not a GraphML document: the root element is <", root_.name(), ">"));
+    }
+    graph_ = firstElement(root_, "graph");
+    if (!graph_) return fail(root_, "the document has no <graph> element");
+    return true;
+  }
+
+  bool collectGraphChildren() {
+    const std::uint64_t limit = maxReadVertices();
+    for (pugi::xml_node child = graph_.first_child(); child; child = child.next_sibling()) {
+      if (child.type() != pugi::node_element) continue;
+      const char* local = localName(child.name());
+      if (sameName(local, "edge")) {
+        edges_.push_back(child);
+      } else if (sameName(local, "node")) {
+        if (nodes_.size() >= limit) {
+          return fail(child, joined("more than ", std::to_string(limit), " vertices"));
+        }
+        nodes_.push_back(child);
+      } else if (sameName(local, "data")) {
+        graphData_.push_back(child);
+      }
+    }
+    return true;
+  }
+
+  bool identifyNodes() {
+    const NodeIds::Outcome outcome = ids_.index(nodes_);
+    switch (outcome.problem) {
+      case NodeIds::Problem::None:
+        return true;
+      case NodeIds::Problem::MissingId:
+        return fail(nodes_[outcome.node], "a <node> has no id");
+      case NodeIds::Problem::DuplicateId:
+        break;
+    }
+    return fail(nodes_[outcome.node],
+                joined("duplicate node id ", quillo::quoted(ids_.ids()[outcome.node])));
+  }
+
+  void classifyKeys() {
+    keys_ = readKeys(root_);
+    for (std::size_t i = 0; i < keys_.size(); ++i) {
+      const Key& key = keys_[i];
+      // A repeated key id: the first declaration counts.
+      if (!keyIndex_.emplace(key.id, i).second) continue;
+      if (key.forGraph && !edgeWeightedKey_ && key.name == kEdgeWeightedName) {
+        edgeWeightedKey_ = &key;
+      }
+      if (key.forGraph && !vertexWeightedKey_ && key.name == kVertexWeightedName) {
+        vertexWeightedKey_ = &key;
+      }
+      if (key.forEdge && !weightKey_ && isNumeric(key.kind) &&
+          equalsIgnoringCase(key.name, kWeightName)) {
+        weightKey_ = &key;
+      }
+      if (key.forNode) nodeKeys_.push_back(&key);
+    }
+    origin_ = edgeWeightedKey_ || vertexWeightedKey_ ? Origin::Ours : Origin::Foreign;
+  }
+
+  // The key a <data> element refers to, when it is declared for `use`.
+  const Key* keyOf(const pugi::xml_node& data, bool Key::*use) const {
+    auto found = keyIndex_.find(data.attribute("key").value());
+    if (found == keyIndex_.end()) return nullptr;
+    const Key& key = keys_[found->second];
+    return key.*use ? &key : nullptr;
+  }
+
+  // A flag from the graph's <data>: the key's default, else false.
+  bool readFlag(const Key* key, bool& flag) {
+    flag = false;
+    if (!key) return true;
+    auto parseInto = [&](const pugi::xml_node& element) {
+      const std::string_view text = trimmed(elementText(element, scratch_));
+      if (text.empty()) return true;
+      auto value = parseBoolean(text);
+      if (!value) return fail(element, badValueMessage(text, *key));
+      flag = *value;
+      return true;
+    };
+    if (key->defaultElement && !parseInto(key->defaultElement)) return false;
+    for (const pugi::xml_node& data : graphData_) {
+      if (keyOf(data, &Key::forGraph) == key && !parseInto(data)) return false;
+    }
+    return true;
+  }
+
+  bool readGraphData(NetworkData& data) {
+    // GraphML's default edge direction is directed.
+    data.directed = std::strcmp(graph_.attribute("edgedefault").value(), "undirected") != 0;
+    bool edgeWeighted = false;
+    bool vertexWeighted = false;
+    if (!readFlag(edgeWeightedKey_, edgeWeighted) ||
+        !readFlag(vertexWeightedKey_, vertexWeighted)) {
+      return false;
+    }
+    if (origin_ == Origin::Ours) {
+      data.edgeWeighted = edgeWeighted;
+      data.vertexWeighted = vertexWeighted;
+    } else {
+      data.edgeWeighted = weightKey_ != nullptr;
+    }
+    return true;
+  }
+
+  bool readEdges(NetworkData& data) {
+    data.from.reserve(edges_.size());
+    data.to.reserve(edges_.size());
+    float defaultWeight = 1.0f;
+    if (weightKey_) {
+      weightId_ = weightKey_->element.attribute("id").value();
+      data.weights.reserve(edges_.size());
+      if (const pugi::xml_node element = weightKey_->defaultElement) {
+        const std::string_view text = elementText(element, scratch_);
+        if (!trimmed(text).empty()) {
+          auto value = parseWeight(weightKey_->kind, text);
+          if (!value) return fail(element, badValueMessage(text, *weightKey_));
+          defaultWeight = *value;
+        }
+      }
+    }
+    for (const pugi::xml_node& edge : edges_) {
+      std::uint64_t ends[2];
+      const char* roles[2] = {"source", "target"};
+      for (int end = 0; end < 2; ++end) {
+        const pugi::xml_attribute id = edge.attribute(roles[end]);
+        if (!id) return fail(edge, joined("an <edge> has no ", roles[end]));
+        auto vertex = ids_.vertexOf(id.value());
+        if (!vertex) {
+          return fail(edge, joined("an <edge> names an unknown node ", quillo::quoted(id.value())));
+        }
+        ends[end] = *vertex;
+      }
+      data.from.push_back(ends[0]);
+      data.to.push_back(ends[1]);
+      if (weightKey_) {
+        float weight = defaultWeight;
+        if (!readWeight(edge, weight)) return false;
+        data.weights.push_back(weight);
+      }
+    }
+    return true;
+  }
+
+  bool readWeight(const pugi::xml_node& edge, float& weight) {
+    for (pugi::xml_node child = edge.first_child(); child; child = child.next_sibling()) {
+      if (!isElement(child, "data") || !sameName(child.attribute("key").value(), weightId_)) {
+        continue;
+      }
+      const std::string_view text = elementText(child, scratch_);
+      if (trimmed(text).empty()) continue;
+      auto value = parseWeight(weightKey_->kind, text);
+      if (!value) return fail(child, badValueMessage(text, *weightKey_));
+      weight = *value;
+    }
+    return true;
+  }
+
+  bool readProperties(NetworkData& data) {
+    const std::vector<PlannedProperty> plan = planProperties(nodeKeys_, origin_);
+    bool hasName = false;
+    std::vector<bool> used(nodeKeys_.size(), false);
+    for (const PlannedProperty& property : plan) {
+      hasName = hasName || property.name == "Name";
+      if (property.column >= 0) used[static_cast<std::size_t>(property.column)] = true;
+      for (int component : property.components) {
+        if (component >= 0) used[static_cast<std::size_t>(component)] = true;
+      }
+    }
+    // Another tool's ids name the vertices unless they are just n0, n1, ...
+    const bool namesFromIds = origin_ == Origin::Foreign && !ids_.canonical() && !hasName;
+    if (!checkPropertyMemory(used, namesFromIds)) return false;
+    std::vector<std::optional<Column>> columns(nodeKeys_.size());
+    if (!createColumns(used, columns) || !readNodeData(columns)) return false;
+
+    if (namesFromIds) {
+      auto names = std::make_shared<TextList>(ids_.ids().begin(), ids_.ids().end());
+      data.properties.emplace_back("Name", std::move(names));
+    }
+    for (const PlannedProperty& property : plan) {
+      if (!property.isVector) {
+        data.properties.emplace_back(property.name,
+                                     columns[static_cast<std::size_t>(property.column)]->value());
+      } else {
+        const Column* parts[3] = {nullptr, nullptr, nullptr};
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+          const int index = property.components[axis];
+          if (index >= 0) parts[axis] = &*columns[static_cast<std::size_t>(index)];
+        }
+        const ColorScale scale = property.colorScale ? ColorScale::Detect : ColorScale::Keep;
+        data.properties.emplace_back(property.name, buildVector(parts, nodes_.size(), scale));
+      }
+    }
+    return true;
+  }
+
+  bool checkPropertyMemory(const std::vector<bool>& used, bool namesFromIds) {
+    const std::uint64_t V = nodes_.size();
+    const std::uint64_t limit = kPropertyMemoryBase + kPropertyMemoryPerByte * text_.size();
+    std::uint64_t bytes = namesFromIds ? V * sizeof(std::string) : 0;
+    for (std::size_t i = 0; i < nodeKeys_.size() && bytes <= limit; ++i) {
+      if (used[i]) bytes += V * entryBytes(nodeKeys_[i]->kind);
+    }
+    if (bytes <= limit) return true;
+    return fail(graph_, "the vertex properties would take more memory than the document justifies");
+  }
+
+  bool createColumns(const std::vector<bool>& used, std::vector<std::optional<Column>>& columns) {
+    for (std::size_t i = 0; i < nodeKeys_.size(); ++i) {
+      if (!used[i]) continue;
+      const Key& key = *nodeKeys_[i];
+      Column& column = columns[i].emplace(key.kind, nodes_.size());
+      columnOfKey_.emplace(key.id, i);
+      if (key.defaultElement) {
+        const std::string_view text = elementText(key.defaultElement, scratch_);
+        if (!column.fill(text)) return fail(key.defaultElement, badValueMessage(text, key));
+      }
+    }
+    return true;
+  }
+
+  bool readNodeData(std::vector<std::optional<Column>>& columns) {
+    if (columnOfKey_.empty()) return true;
+    for (std::uint64_t v = 0; v < nodes_.size(); ++v) {
+      for (pugi::xml_node child = nodes_[v].first_child(); child; child = child.next_sibling()) {
+        if (!isElement(child, "data")) continue;
+        auto found = columnOfKey_.find(child.attribute("key").value());
+        if (found == columnOfKey_.end()) continue;
+        const std::string_view text = elementText(child, scratch_);
+        if (!columns[found->second]->assign(v, text)) {
+          return fail(child, badValueMessage(text, *nodeKeys_[found->second]));
+        }
+      }
+    }
+    return true;
+  }
+
+  std::string_view text_;
+  const std::string& name_;
+  ReadError* error_;
+  std::string scratch_;
+
+  pugi::xml_document document_;
+  pugi::xml_node root_;
+  pugi::xml_node graph_;
+  std::vector<pugi::xml_node> nodes_;
+  std::vector<pugi::xml_node> edges_;
+  std::vector<pugi::xml_node> graphData_;
+
+  NodeIds ids_;
+
+  std::vector<Key> keys_;
+  std::unordered_map<std::string_view, std::size_t> keyIndex_;
+  std::vector<const Key*> nodeKeys_;
+  std::unordered_map<std::string_view, std::size_t> columnOfKey_;  // key id -> column
+  const Key* edgeWeightedKey_ = nullptr;
+  const Key* vertexWeightedKey_ = nullptr;
+  const Key* weightKey_ = nullptr;
+  const char* weightId_ = "";  // the weight key's id, NUL-terminated
+  Origin origin_ = Origin::Foreign;
+};
+
+}  // namespace
+
+std::shared_ptr<QLONetwork> readGraphml(std::string_view text, const std::string& name,
+                                        ReadError* error) {
+  DocumentReader reader(text, name, error);
+  try {
+    return reader.read();
+  } catch (const std::bad_alloc&) {
+    reader.fail(0, "not enough memory to read the document");
+    return nullptr;
+  }
+}
+
+}  // namespace plexora
+
+QLONetwork::Ptr QLONetwork::initWithContentsOfURL(const std::filesystem::path& file,
+                                                  ReadError* error) {
+  std::string text;
+  if (!quillo::readWholeFile(file, text, error)) return nullptr;
+  return plexora::readGraphml(text, file.string(), error);
+}

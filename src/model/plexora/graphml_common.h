@@ -1,0 +1,50 @@
+#pragma once
+// Names the GraphML reader and writer agree on: the graph keys that mark our
+// own documents, and how a vector property is spread over three number keys.
+#include <string>
+#include <string_view>
+
+namespace plexora::graphml {
+
+inline constexpr std::string_view kNamespace = "http://graphml.graphdrawing.org/xmlns";
+
+// Graph-level boolean keys; their presence marks a document written by us.
+inline constexpr std::string_view kEdgeWeightedName = "edgeWeighted";
+inline constexpr std::string_view kVertexWeightedName = "vertexWeighted";
+
+inline constexpr std::string_view kWeightName = "weight";
+inline constexpr std::string_view kPositionName = "Position";
+inline constexpr std::string_view kColorName = "Color";
+
+// A vector component key carries <desc>vector NAME LETTER</desc>, so the
+// reader rebuilds the vector under its exact name whatever the keys are called.
+inline constexpr std::string_view kVectorDescPrefix = "vector ";
+
+// The letters naming the three components of a vector property's keys.
+inline std::string_view componentLetters(std::string_view property) {
+  return property == kColorName ? "rgb" : "xyz";
+}
+
+// attr.name of one component key: "x" for Position, "r" for Color, "P.x" for
+// any other vector property P.
+inline std::string componentKeyName(std::string_view property, int axis) {
+  const char letter = componentLetters(property)[static_cast<std::size_t>(axis)];
+  std::string name;
+  if (property != kPositionName && property != kColorName) {
+    name.append(property);
+    name += '.';
+  }
+  name += letter;
+  return name;
+}
+
+// The axis a component letter stands for (x or r 0, y or g 1, z or b 2), -1
+// for any other letter.
+inline int componentAxis(std::string_view letter) {
+  if (letter == "x" || letter == "r") return 0;
+  if (letter == "y" || letter == "g") return 1;
+  if (letter == "z" || letter == "b") return 2;
+  return -1;
+}
+
+}  // namespace plexora::graphml
