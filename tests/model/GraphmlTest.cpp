@@ -370,6 +370,38 @@ TEST(GraphmlForeign, IgraphStyleNamesWeightsAndGraphAttributes) {
   EXPECT_EQ(network->edgesWeights[1], 1e-3f);
 }
 
+// networkx declares an attribute whose values mix integers and floats under
+// two keys of the same name, one "long" and one "double".
+TEST(GraphmlForeign, OneAttributeDeclaredUnderSeveralKeysIsOneProperty) {
+  auto network = read(R"(<?xml version="1.0" encoding="utf-8"?>
+<graphml xmlns="http://graphml.graphdrawing.org/xmlns">
+  <key id="d0" for="node" attr.name="size" attr.type="long"/>
+  <key id="d1" for="node" attr.name="size" attr.type="double"/>
+  <key id="d2" for="edge" attr.name="weight" attr.type="long"/>
+  <key id="d3" for="edge" attr.name="weight" attr.type="double"/>
+  <graph edgedefault="directed">
+    <node id="a"><data key="d0">3</data></node>
+    <node id="b"><data key="d1">0.25</data></node>
+    <node id="c"/>
+    <edge source="a" target="b"><data key="d2">2</data></edge>
+    <edge source="b" target="c"><data key="d3">0.5</data></edge>
+    <edge source="c" target="a"/>
+  </graph>
+</graphml>
+)");
+  ASSERT_TRUE(network);
+  EXPECT_EQ(network->keysForPropertiesOfVertices(), (std::vector<std::string>{"Name", "size"}));
+  const auto size = valuesOf<double>(network->propertyForKey("size"));
+  ASSERT_EQ(size.size(), 3u);
+  EXPECT_EQ(size[0], 3.0);
+  EXPECT_EQ(size[1], 0.25);
+  EXPECT_TRUE(std::isnan(size[2]));
+  ASSERT_EQ(network->countEdges(), 3u);
+  EXPECT_EQ(network->edgesWeights[0], 2.0f);
+  EXPECT_EQ(network->edgesWeights[1], 0.5f);
+  EXPECT_EQ(network->edgesWeights[2], 1.0f);
+}
+
 TEST(GraphmlForeign, WordIdsNameTheVerticesAndMissingDataTakesDefaults) {
   auto network = read(R"(<?xml version='1.0' encoding='utf-8'?>
 <graphml xmlns="http://graphml.graphdrawing.org/xmlns"><key id="d5" for="edge" attr.name="kind" attr.type="string"/>

@@ -160,6 +160,7 @@ class DocumentReader {
       const Key& key = keys_[i];
       // A repeated key id: the first declaration counts.
       if (!keyIndex_.emplace(key.id, i).second) continue;
+      if (mergeRepeatedKey(i)) continue;
       if (key.forGraph && !edgeWeightedKey_ && key.name == kEdgeWeightedName) {
         edgeWeightedKey_ = &key;
       }
@@ -175,12 +176,36 @@ class DocumentReader {
     origin_ = edgeWeightedKey_ || vertexWeightedKey_ ? Origin::Ours : Origin::Foreign;
   }
 
+  // Another tool may declare one attribute under several keys (networkx does
+  // when its values mix integers and floats). A later key with the same name,
+  // domain and no vector marker, of the same type or both numeric, becomes an
+  // alias of the first, whose type widens to hold both. Other clashes leave
+  // the first key in charge. Answers true when key `i` became an alias.
+  bool mergeRepeatedKey(std::size_t i) {
+    Key& key = keys_[i];
+    if (key.axis >= 0) return false;
+    std::string signature = key.name;
+    signature += '\0';
+    signature += key.forNode ? 'n' : '-';
+    signature += key.forEdge ? 'e' : '-';
+    signature += key.forGraph ? 'g' : '-';
+    auto [found, inserted] = firstKeyNamed_.emplace(std::move(signature), i);
+    if (inserted) return false;
+    Key& first = keys_[found->second];
+    if (first.kind != key.kind && !(isNumeric(first.kind) && isNumeric(key.kind))) return false;
+    first.aliasIds.push_back(key.id);
+    aliasTarget_.emplace(key.id, &first);
+    first.kind = widerKind(first.kind, key.kind);
+    return true;
+  }
+
   // The key a <data> element refers to, when it is declared for `use`.
   const Key* keyOf(const pugi::xml_node& data, bool Key::*use) const {
     auto found = keyIndex_.find(data.attribute("key").value());
     if (found == keyIndex_.end()) return nullptr;
-    const Key& key = keys_[found->second];
-    return key.*use ? &key : nullptr;
+    const Key* key = &keys_[found->second];
+    if (auto alias = aliasTarget_.find(key->id); alias != aliasTarget_.end()) key = alias->second;
+    return key->*use ? key : nullptr;
   }
 
   // A flag from the graph's <data>: the key's default, else false.
@@ -225,7 +250,8 @@ class DocumentReader {
     data.to.reserve(edges_.size());
     float defaultWeight = 1.0f;
     if (weightKey_) {
-      weightId_ = weightKey_->element.attribute("id").value();
+      weightIds_.push_back(weightKey_->element.attribute("id").value());
+      for (std::string_view alias : weightKey_->aliasIds) weightIds_.push_back(alias.data());
       data.weights.reserve(edges_.size());
       if (const pugi::xml_node element = weightKey_->defaultElement) {
         const std::string_view text = elementText(element, scratch_);
@@ -261,9 +287,7 @@ class DocumentReader {
 
   bool readWeight(const pugi::xml_node& edge, float& weight) {
     for (pugi::xml_node child = edge.first_child(); child; child = child.next_sibling()) {
-      if (!isElement(child, "data") || !sameName(child.attribute("key").value(), weightId_)) {
-        continue;
-      }
+      if (!isElement(child, "data") || !isWeightData(child.attribute("key").value())) continue;
       const std::string_view text = elementText(child, scratch_);
       if (trimmed(text).empty()) continue;
       auto value = parseWeight(weightKey_->kind, text);
@@ -271,6 +295,13 @@ class DocumentReader {
       weight = *value;
     }
     return true;
+  }
+
+  bool isWeightData(const char* key) const {
+    for (const char* id : weightIds_) {
+      if (sameName(key, id)) return true;
+    }
+    return false;
   }
 
   bool readProperties(NetworkData& data) {
@@ -328,6 +359,7 @@ class DocumentReader {
       const Key& key = *nodeKeys_[i];
       Column& column = columns[i].emplace(key.kind, nodes_.size());
       columnOfKey_.emplace(key.id, i);
+      for (std::string_view alias : key.aliasIds) columnOfKey_.emplace(alias, i);
       if (key.defaultElement) {
         const std::string_view text = elementText(key.defaultElement, scratch_);
         if (!column.fill(text)) return fail(key.defaultElement, badValueMessage(text, key));
@@ -373,7 +405,9 @@ class DocumentReader {
   const Key* edgeWeightedKey_ = nullptr;
   const Key* vertexWeightedKey_ = nullptr;
   const Key* weightKey_ = nullptr;
-  const char* weightId_ = "";  // the weight key's id, NUL-terminated
+  std::vector<const char*> weightIds_;  // the weight key's id and aliases, NUL-terminated
+  std::unordered_map<std::string, std::size_t> firstKeyNamed_;  // name and domain -> key
+  std::unordered_map<std::string_view, const Key*> aliasTarget_;
   Origin origin_ = Origin::Foreign;
 };
 

@@ -56,7 +56,18 @@ struct Key {
   // Set when the key's <desc> reads "vector NAME LETTER".
   std::string vectorName;
   int axis = -1;
+  // Ids of later keys declaring the same attribute (see mergeRepeatedKeys).
+  std::vector<std::string_view> aliasIds;
 };
+
+// The type that holds the values of two keys of one attribute.
+inline ValueKind widerKind(ValueKind a, ValueKind b) {
+  if (a == b) return a;
+  if (a == ValueKind::Text || b == ValueKind::Text) return ValueKind::Text;
+  auto integral = [](ValueKind k) { return k == ValueKind::Int32 || k == ValueKind::Int64; };
+  if (integral(a) && integral(b)) return ValueKind::Int64;
+  return ValueKind::Double;
+}
 
 // Reads "vector NAME LETTER" into the key's vector name and axis.
 inline void readVectorMarker(Key& key, std::string_view desc) {
