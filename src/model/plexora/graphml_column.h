@@ -97,19 +97,7 @@ class Column {
       for (std::string& entry : *texts_) entry.assign(text);
       return true;
     }
-    unsigned char cell[8];
-    switch (parseCell(text, cell)) {
-      case Cell::Bad:
-        return false;
-      case Cell::Empty:
-        return true;
-      case Cell::Value:
-        break;
-    }
-    const std::size_t size = numberTypeSize(numbers_->numberArrayType());
-    auto* data = static_cast<unsigned char*>(numbers_->QLO_dataPointer());
-    for (std::uint64_t i = 0; i < numbers_->count(); ++i) std::memcpy(data + i * size, cell, size);
-    return true;
+    return storeNumber(text, 0, numbers_->count());
   }
 
   // Sets one entry; false when the text does not parse. Blank text leaves a
@@ -119,19 +107,7 @@ class Column {
       (*texts_)[index].assign(text);
       return true;
     }
-    unsigned char cell[8];
-    switch (parseCell(text, cell)) {
-      case Cell::Bad:
-        return false;
-      case Cell::Empty:
-        return true;
-      case Cell::Value:
-        break;
-    }
-    const std::size_t size = numberTypeSize(numbers_->numberArrayType());
-    std::memcpy(static_cast<unsigned char*>(numbers_->QLO_dataPointer()) + index * size, cell,
-                size);
-    return true;
+    return storeNumber(text, index, index + 1);
   }
 
   // A number entry as a double (0 for a text column).
@@ -145,6 +121,24 @@ class Column {
   }
 
  private:
+  // Parses a number and stores it in entries [first, last); blank text
+  // changes nothing.
+  bool storeNumber(std::string_view text, std::uint64_t first, std::uint64_t last) {
+    unsigned char cell[8];
+    switch (parseCell(text, cell)) {
+      case Cell::Bad:
+        return false;
+      case Cell::Empty:
+        return true;
+      case Cell::Value:
+        break;
+    }
+    const std::size_t size = numberTypeSize(numbers_->numberArrayType());
+    auto* data = static_cast<unsigned char*>(numbers_->QLO_dataPointer());
+    for (std::uint64_t i = first; i < last; ++i) std::memcpy(data + i * size, cell, size);
+    return true;
+  }
+
   enum class Cell { Value, Empty, Bad };
 
   // Parses a number of this column's kind into the bytes of its element type.

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <vector>
 #include <stdexcept>
+#include <vector>
 
 #include "quillo/fileio.h"
 #include "quillo/numbertext.h"
@@ -162,29 +162,22 @@ QLONumberArray::Ptr QLONumberArray::initWithText(std::string_view text, NumberTy
   const bool integral = type == NumberType::Int32 || type == NumberType::Int64;
   std::vector<double> values;
   std::vector<std::int64_t> integers;
-  std::uint64_t lineNumber = 0;
-  std::size_t start = 0;
-  while (start < text.size()) {
-    std::size_t end = text.find('\n', start);
-    if (end == std::string_view::npos) end = text.size();
-    std::string_view line = text.substr(start, end - start);
-    start = end + 1;
-    ++lineNumber;
+  const bool read = quillo::forEachLine(text, [&](std::uint64_t lineNumber, std::string_view line) {
     std::string_view field;
     int fields = 0;
     quillo::forEachField(line, [&](std::string_view f) {
       if (fields++ == 0) field = f;
     });
-    if (fields == 0) continue;
+    if (fields == 0) return true;
     auto fail = [&](const std::string& why) {
       if (error) *error = ReadError{name, lineNumber, why};
-      return nullptr;
+      return false;
     };
     if (fields > 1) return fail("expected one number, found " + std::to_string(fields) + " fields");
     if (integral) {
       if (auto exact = quillo::parseInt64(field)) {
         integers.push_back(*exact);
-        continue;
+        return true;
       }
     }
     auto value = quillo::parseDouble(field);
@@ -194,7 +187,9 @@ QLONumberArray::Ptr QLONumberArray::initWithText(std::string_view text, NumberTy
     } else {
       values.push_back(*value);
     }
-  }
+    return true;
+  });
+  if (!read) return nullptr;
   auto array = initWithCount(integral ? integers.size() : values.size(), type);
   visitMutable(type, array->QLO_dataPointer(), [&](auto* out) {
     using Out = std::remove_pointer_t<decltype(out)>;
@@ -231,7 +226,9 @@ void QLONumberArray::setDoubleValue(double value, std::uint64_t index) {
   });
 }
 
-void QLONumberArray::getFloatValues(float* out) const { getFloatValues(out, count_); }
+void QLONumberArray::getFloatValues(float* out) const {
+  getFloatValues(out, count_);
+}
 
 void QLONumberArray::getFloatValues(float* out, std::uint64_t n) const {
   n = std::min(n, count_);

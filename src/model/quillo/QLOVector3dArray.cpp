@@ -2,9 +2,9 @@
 
 #include <cstring>
 #include <limits>
-#include <vector>
 #include <new>
 #include <stdexcept>
+#include <vector>
 
 #include "quillo/QLONumberArray.h"
 #include "quillo/fileio.h"
@@ -34,7 +34,9 @@ QLOVector3dArray::QLOVector3dArray(std::uint64_t count, Precision precision)
   std::memset(storage_, 0, bytes);
 }
 
-QLOVector3dArray::~QLOVector3dArray() { ::operator delete(storage_, std::align_val_t(kAlignment)); }
+QLOVector3dArray::~QLOVector3dArray() {
+  ::operator delete(storage_, std::align_val_t(kAlignment));
+}
 
 float* QLOVector3dArray::floatPlane(int axis) const {
   if (precision_ != Precision::Float) return nullptr;
@@ -120,24 +122,17 @@ QLOVector3dArray::Ptr QLOVector3dArray::initWithText(std::string_view text, Prec
     return nullptr;
   }
   std::vector<double> values;  // x0 y0 z0 x1 ...
-  std::uint64_t lineNumber = 0;
-  std::size_t start = 0;
-  while (start < text.size()) {
-    std::size_t end = text.find('\n', start);
-    if (end == std::string_view::npos) end = text.size();
-    std::string_view line = text.substr(start, end - start);
-    start = end + 1;
-    ++lineNumber;
+  const bool read = quillo::forEachLine(text, [&](std::uint64_t lineNumber, std::string_view line) {
     std::string_view fields[3];
     int found = 0;
     quillo::forEachField(line, [&](std::string_view f) {
       if (found < 3) fields[found] = f;
       ++found;
     });
-    if (found == 0) continue;
+    if (found == 0) return true;
     auto fail = [&](const std::string& why) {
       if (error) *error = ReadError{name, lineNumber, why};
-      return nullptr;
+      return false;
     };
     if (found != 3) {
       return fail("expected three numbers (x y z), found " + std::to_string(found) + " fields");
@@ -147,7 +142,9 @@ QLOVector3dArray::Ptr QLOVector3dArray::initWithText(std::string_view text, Prec
       if (!value) return fail(quillo::quoted(field) + " is not a number");
       values.push_back(*value);
     }
-  }
+    return true;
+  });
+  if (!read) return nullptr;
   const std::uint64_t count = values.size() / 3;
   auto array = initWithSize(count, precision);
   for (std::uint64_t i = 0; i < count; ++i) {

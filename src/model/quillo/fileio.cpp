@@ -12,7 +12,9 @@
 namespace quillo {
 namespace {
 
-std::string systemReason() { return std::strerror(errno); }
+std::string systemReason() {
+  return std::strerror(errno);
+}
 
 bool writeAll(int fd, std::string_view contents) {
   const char* data = contents.data();

@@ -79,10 +79,18 @@ std::optional<T> parseInteger(std::string_view token) {
 
 }  // namespace
 
-void appendNumber(std::string& out, float value) { appendFloating(out, value); }
-void appendNumber(std::string& out, double value) { appendFloating(out, value); }
-void appendNumber(std::string& out, std::int64_t value) { appendChars(out, value); }
-void appendNumber(std::string& out, std::uint64_t value) { appendChars(out, value); }
+void appendNumber(std::string& out, float value) {
+  appendFloating(out, value);
+}
+void appendNumber(std::string& out, double value) {
+  appendFloating(out, value);
+}
+void appendNumber(std::string& out, std::int64_t value) {
+  appendChars(out, value);
+}
+void appendNumber(std::string& out, std::uint64_t value) {
+  appendChars(out, value);
+}
 
 std::string quoted(std::string_view token, std::size_t limit) {
   std::string out;
@@ -106,8 +114,12 @@ std::string numberText(double value) {
   return out;
 }
 
-std::optional<double> parseDouble(std::string_view token) { return parseFloating<double>(token); }
-std::optional<float> parseFloat(std::string_view token) { return parseFloating<float>(token); }
+std::optional<double> parseDouble(std::string_view token) {
+  return parseFloating<double>(token);
+}
+std::optional<float> parseFloat(std::string_view token) {
+  return parseFloating<float>(token);
+}
 std::optional<std::int64_t> parseInt64(std::string_view token) {
   return parseInteger<std::int64_t>(token);
 }

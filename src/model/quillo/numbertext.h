@@ -29,6 +29,22 @@ std::optional<std::uint64_t> parseUInt64(std::string_view token);
 // A token quoted for an error message ('...'), cut to `limit` characters.
 std::string quoted(std::string_view token, std::size_t limit = 40);
 
+// Calls fn(lineNumber, line) for every line ending in LF (or at the end of
+// the text), numbered from 1; stops early when fn answers false. Answers
+// whether every call answered true.
+template <class Fn>
+bool forEachLine(std::string_view text, Fn&& fn) {
+  std::uint64_t lineNumber = 0;
+  std::size_t start = 0;
+  while (start < text.size()) {
+    std::size_t end = text.find('\n', start);
+    if (end == std::string_view::npos) end = text.size();
+    if (!fn(++lineNumber, text.substr(start, end - start))) return false;
+    start = end + 1;
+  }
+  return true;
+}
+
 // Splits on spaces and tabs (and a trailing CR), skipping empty fields.
 template <class Fn>
 void forEachField(std::string_view line, Fn&& fn) {
