@@ -756,22 +756,6 @@ TEST(GraphmlErrors, LimitsOnSize) {
   EXPECT_NE(error.message.find("memory"), std::string::npos) << error.message;
 }
 
-TEST(GraphmlErrors, SavedFuzzInputsDoNotCrash) {
-  const fs::path folder = fs::path(PLEXVIEW_FUZZ_REGRESSIONS) / "graphml";
-  if (!fs::is_directory(folder)) GTEST_SKIP() << "no saved inputs";
-  for (const auto& entry : fs::directory_iterator(folder)) {
-    std::ifstream in(entry.path(), std::ios::binary);
-    const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    ReadError error;
-    if (auto network = plexora::readGraphml(text, entry.path().string(), &error)) {
-      auto copy = read(plexora::graphmlText(*network));
-      ASSERT_TRUE(copy) << entry.path();
-      EXPECT_EQ(copy->countVertices(), network->countVertices());
-      EXPECT_EQ(copy->countEdges(), network->countEdges());
-    }
-  }
-}
-
 // ---------------------------------------------------------------------------
 // Files
 
