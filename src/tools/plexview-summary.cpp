@@ -134,6 +134,7 @@ int main(int argc, char** argv) {
     ReadError error;
     auto network = readNetwork(file, error);
     if (!network) {
+      std::fflush(stdout);
       std::fprintf(stderr, "plexview-summary: %s\n", error.describe().c_str());
       status = 1;
       continue;
