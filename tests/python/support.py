@@ -48,32 +48,3 @@ def assert_same_bits(test, expected, actual):
         expected[~nan_expected].view(unsigned), actual[~nan_expected].view(unsigned)
     )
 
-
-def random_float32(rng, count):
-    """Float32 values spread over the whole range, subnormals included: random
-    bit patterns (NaNs dropped) plus the values that text forms get wrong most
-    often."""
-    bits = rng.integers(0, 2**32, size=count, dtype=np.uint64).astype(np.uint32)
-    values = bits.view(np.float32)
-    values = values[~np.isnan(values)]
-    info = np.finfo(np.float32)
-    extremes = np.array(
-        [
-            0.0,
-            -0.0,
-            info.max,
-            -info.max,
-            info.tiny,  # smallest normal
-            np.float32(1.4e-45),  # smallest subnormal
-            -np.float32(1.4e-45),
-            info.eps,
-            np.float32(0.1),
-            np.float32(1) / np.float32(3),
-            np.float32(16777217.0),  # rounds to 2^24
-            np.inf,
-            -np.inf,
-            np.nan,
-        ],
-        dtype=np.float32,
-    )
-    return np.concatenate([extremes, values])

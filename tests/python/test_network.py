@@ -231,24 +231,6 @@ class VertexTest(unittest.TestCase):
 
 
 class DegreeTest(unittest.TestCase):
-    def test_small_undirected_graph(self):
-        # 0-1 twice, 1-2, a loop at 3; vertex 4 alone.
-        network = QLONetwork.initWithEdges(5, [0, 1, 1, 3], [1, 0, 2, 3], weights=[0.5, 1, 2, 4])
-        np.testing.assert_array_equal(network.calcDegrees().array(), [2, 3, 1, 2, 0])
-        np.testing.assert_array_equal(network.calcInDegrees().array(), [2, 3, 1, 2, 0])
-        np.testing.assert_array_equal(network.calcStrengths().array(), [1.5, 3.5, 2, 8, 0])
-        np.testing.assert_array_equal(network.calcInStrengths().array(), [1.5, 3.5, 2, 8, 0])
-        self.assertEqual(network.calcDegrees().numberArrayType(), NumberType.Double)
-
-    def test_small_directed_graph(self):
-        network = QLONetwork.initWithEdges(
-            4, [0, 0, 2, 3], [1, 2, 1, 3], weights=[1, 2, 3, 0.25], directed=True
-        )
-        np.testing.assert_array_equal(network.calcDegrees().array(), [2, 2, 2, 2])
-        np.testing.assert_array_equal(network.calcInDegrees().array(), [0, 2, 1, 1])
-        np.testing.assert_array_equal(network.calcStrengths().array(), [3, 4, 5, 0.5])
-        np.testing.assert_array_equal(network.calcInStrengths().array(), [0, 4, 2, 0.25])
-
     def test_random_graphs_match_counts_from_the_edge_list(self):
         rng = np.random.default_rng(7)
         V, E = 200, 900
@@ -268,74 +250,6 @@ class DegreeTest(unittest.TestCase):
                 np.testing.assert_allclose(network.calcStrengths().array(), strengths, rtol=1e-12)
                 np.testing.assert_allclose(network.calcInStrengths().array(), in_strengths, rtol=1e-12)
                 self.assertEqual([v.countEdges() for v in network.vertices()], list(degrees))
-
-
-class LargestComponentTest(unittest.TestCase):
-    def test_component_is_cut_out_with_its_properties(self):
-        # Components {0, 2, 5} and {1, 3, 4, 6}, vertex 7 alone.
-        sources = [0, 1, 3, 2, 4, 6]
-        targets = [2, 3, 4, 5, 6, 6]
-        network = QLONetwork.initWithEdges(
-            8, sources, targets, weights=[1, 2, 3, 4, 5, 6], directed=True, vertexWeighted=True
-        )
-        names = [f"v{i}" for i in range(8)]
-        network.setPropertiesOfVertices(names, "Name")
-        network.setPropertiesOfVertices(np.arange(8, dtype=np.int64) * 10, "rank")
-        network.setPropertiesOfVertices(np.arange(24, dtype=np.float32).reshape(8, 3), "Position")
-
-        part = network.largestConnectedSubNetwork()
-        self.assertEqual(part.countVertices(), 4)
-        self.assertEqual(part.countEdges(), 4)
-        self.assertEqual(
-            (part.isDirected(), part.isEdgeWeighted(), part.isVertexWeighted()), (True, True, True)
-        )
-        # Kept: 1, 3, 4, 6 -> 0, 1, 2, 3, edges in their order (the loop too).
-        np.testing.assert_array_equal(part.edgeFromList, [0, 1, 2, 3])
-        np.testing.assert_array_equal(part.edgeToList, [1, 2, 3, 3])
-        np.testing.assert_array_equal(part.edgesWeights, [2, 3, 5, 6])
-        self.assertEqual(part.propertyForKey("Name"), ["v1", "v3", "v4", "v6"])
-        np.testing.assert_array_equal(part.propertyForKey("rank").array(), [10, 30, 40, 60])
-        self.assertEqual(part.propertyForKey("rank").numberArrayType(), NumberType.Int64)
-        np.testing.assert_array_equal(
-            part.propertyForKey("Position").array(), np.arange(24).reshape(8, 3)[[1, 3, 4, 6]]
-        )
-        # The original is untouched.
-        self.assertEqual(network.countVertices(), 8)
-
-    def test_direction_is_ignored_and_ties_keep_the_lowest_vertex(self):
-        # 2 -> 1 <- 0 is one weak component of three; {3, 4, 5} is as large.
-        network = QLONetwork.initWithEdges(6, [5, 2, 0, 4], [4, 1, 1, 3], directed=True)
-        network.setPropertiesOfVertices(list("abcdef"), "Name")
-        part = network.largestConnectedSubNetwork()
-        self.assertEqual(part.propertyForKey("Name"), ["a", "b", "c"])
-        np.testing.assert_array_equal(part.edgeFromList, [2, 0])
-        np.testing.assert_array_equal(part.edgeToList, [1, 1])
-
-
-class GeneratorTest(unittest.TestCase):
-    def edges_after_seed(self, seed, make):
-        plexview.QLORandomGenerator.sharedRandomGenerator().setSeed(seed)
-        network = make()
-        return network.edgeFromList.copy(), network.edgeToList.copy(), network
-
-    def test_same_seed_gives_the_same_network(self):
-        makers = {
-            "random": lambda: QLONetwork.initRandomNetworkWithNumberOfVertices(300, 6.0),
-            "barabasi": lambda: QLONetwork.initBarabasiNetworkWitNumberOfVertices(300, 5),
-        }
-        for name, make in makers.items():
-            with self.subTest(generator=name):
-                from_a, to_a, network = self.edges_after_seed(1234, make)
-                from_b, to_b, _ = self.edges_after_seed(1234, make)
-                from_c, to_c, _ = self.edges_after_seed(4321, make)
-                np.testing.assert_array_equal(from_a, from_b)
-                np.testing.assert_array_equal(to_a, to_b)
-                self.assertFalse(np.array_equal(from_a, from_c) and np.array_equal(to_a, to_c))
-                self.assertEqual(network.countVertices(), 300)
-                self.assertGreater(network.countEdges(), 300)
-                self.assertFalse(network.isDirected())
-                self.assertFalse(network.isEdgeWeighted())
-                self.assertFalse(np.any(network.edgeFromList == network.edgeToList))
 
 
 class WriterTest(ScratchFolderTestCase):
