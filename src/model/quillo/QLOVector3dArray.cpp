@@ -1,5 +1,6 @@
 #include "quillo/QLOVector3dArray.h"
 
+#include <atomic>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -13,6 +14,19 @@
 namespace {
 
 constexpr std::size_t kAlignment = 64;
+
+// Elements are read and written as relaxed atomics: a layout thread updates
+// the positions of a shown network while the main thread reads them, and a
+// plain access on both sides would be a data race. On x86 these are ordinary
+// moves.
+template <class T>
+T loadRelaxed(const T* element) {
+  return std::atomic_ref<T>(*const_cast<T*>(element)).load(std::memory_order_relaxed);
+}
+template <class T>
+void storeRelaxed(T* element, T value) {
+  std::atomic_ref<T>(*element).store(value, std::memory_order_relaxed);
+}
 
 std::size_t elementSize(Precision precision) {
   return precision == Precision::Double ? sizeof(double) : sizeof(float);
@@ -49,18 +63,15 @@ double* QLOVector3dArray::doublePlane(int axis) const {
 }
 
 double QLOVector3dArray::component(int axis, std::uint64_t index) const {
-  if (precision_ == Precision::Float) return static_cast<double>(floatPlane(axis)[index]);
-  return doublePlane(axis)[index];
+  if (precision_ == Precision::Float) {
+    return static_cast<double>(loadRelaxed(floatPlane(axis) + index));
+  }
+  return loadRelaxed(doublePlane(axis) + index);
 }
 
 std::vector<float> QLOVector3dArray::planeAsFloats(int axis) const {
-  if (precision_ == Precision::Float) {
-    const float* plane = floatPlane(axis);
-    return std::vector<float>(plane, plane + count_);
-  }
-  const double* plane = doublePlane(axis);
   std::vector<float> out(count_);
-  for (std::uint64_t i = 0; i < count_; ++i) out[i] = static_cast<float>(plane[i]);
+  for (std::uint64_t i = 0; i < count_; ++i) out[i] = static_cast<float>(component(axis, i));
   return out;
 }
 
@@ -91,10 +102,6 @@ QLOVector3dArray::Ptr QLOVector3dArray::initWithVector3dArray(const QLOVector3dA
                                                               Precision precision) {
   auto array = initWithSize(other.count_, precision);
   if (!array) return nullptr;
-  if (precision == other.precision_) {
-    std::memcpy(array->storage_, other.storage_, 3 * other.stride_ * elementSize(precision));
-    return array;
-  }
   for (int axis = 0; axis < 3; ++axis) {
     for (std::uint64_t i = 0; i < other.count_; ++i) {
       if (precision == Precision::Float) {
@@ -163,9 +170,9 @@ void QLOVector3dArray::setVector(const std::array<double, 3>& value, std::uint64
   for (int axis = 0; axis < 3; ++axis) {
     const double v = value[static_cast<std::size_t>(axis)];
     if (precision_ == Precision::Float) {
-      floatPlane(axis)[index] = static_cast<float>(v);
+      storeRelaxed(floatPlane(axis) + index, static_cast<float>(v));
     } else {
-      doublePlane(axis)[index] = v;
+      storeRelaxed(doublePlane(axis) + index, v);
     }
   }
 }
@@ -177,14 +184,35 @@ std::string QLOVector3dArray::text() const {
     for (int axis = 0; axis < 3; ++axis) {
       if (axis > 0) out += ' ';
       if (precision_ == Precision::Float) {
-        quillo::appendNumber(out, floatPlane(axis)[i]);
+        quillo::appendNumber(out, loadRelaxed(floatPlane(axis) + i));
       } else {
-        quillo::appendNumber(out, doublePlane(axis)[i]);
+        quillo::appendNumber(out, loadRelaxed(doublePlane(axis) + i));
       }
     }
     out += '\n';
   }
   return out;
+}
+
+void QLOVector3dArray::copyPlanesTo(float* x, float* y, float* z) const {
+  float* out[3] = {x, y, z};
+  for (int axis = 0; axis < 3; ++axis) {
+    for (std::uint64_t i = 0; i < count_; ++i)
+      out[axis][i] = static_cast<float>(component(axis, i));
+  }
+}
+
+void QLOVector3dArray::copyPlanesFrom(const float* x, const float* y, const float* z) {
+  const float* in[3] = {x, y, z};
+  for (int axis = 0; axis < 3; ++axis) {
+    for (std::uint64_t i = 0; i < count_; ++i) {
+      if (precision_ == Precision::Float) {
+        storeRelaxed(floatPlane(axis) + i, in[axis][i]);
+      } else {
+        storeRelaxed(doublePlane(axis) + i, static_cast<double>(in[axis][i]));
+      }
+    }
+  }
 }
 
 bool QLOVector3dArray::writeToURL(const std::filesystem::path& file, WriteMode mode,

@@ -59,6 +59,12 @@ class QLOVector3dArray {
   std::vector<float> yfv() const { return planeAsFloats(1); }
   std::vector<float> zfv() const { return planeAsFloats(2); }
 
+  // Every element copy below reads and writes the planes as relaxed atomics,
+  // so a layout thread may update an array that other threads read (a reader
+  // may see a vector half updated, never a torn number).
+  void copyPlanesTo(float* x, float* y, float* z) const;
+  void copyPlanesFrom(const float* x, const float* y, const float* z);
+
   std::array<double, 3> vectorAtIndex(std::uint64_t index) const;
   void setVector(const std::array<double, 3>& value, std::uint64_t index);
 
