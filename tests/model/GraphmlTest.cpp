@@ -9,10 +9,12 @@
 #include <fstream>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "plexora/QLONetwork.h"
 #include "plexora/formats.h"
+#include "quillo/fileio.h"
 
 namespace {
 
@@ -47,6 +49,16 @@ QLONetwork::Ptr makeNetwork(NetworkData data) {
   auto network = QLONetwork::make(std::move(data), &why);
   EXPECT_TRUE(network) << why;
   return network;
+}
+
+const fs::path kData = fs::path(PLEXVIEW_TEST_DATA) / "graphml";
+
+// The bytes of a document in the test data's graphml folder.
+std::string fixture(const std::string& name) {
+  std::string text;
+  ReadError error;
+  EXPECT_TRUE(quillo::readWholeFile(kData / name, text, &error)) << error.describe();
+  return text;
 }
 
 QLONetwork::Ptr read(const std::string& text) {
@@ -151,6 +163,12 @@ QLONetwork::Ptr roundTrip(const QLONetwork& network) {
   return copy;
 }
 
+void expectRoundTrip(NetworkData data) {
+  auto network = makeNetwork(std::move(data));
+  ASSERT_TRUE(network);
+  roundTrip(*network);
+}
+
 NetworkData threeVertices() {
   NetworkData data;
   data.verticesCount = 3;
@@ -177,9 +195,7 @@ TEST(GraphmlRoundTrip, NumberPropertiesKeepTheirTypeAndEveryBit) {
       {"double", numbers<double>(NumberType::Double, {0.1, -0.0, 1e-310})},
       {"doubleSpecial", numbers<double>(NumberType::Double, {kNaN, -kInf, 1.7976931348623157e308})},
   };
-  auto network = makeNetwork(std::move(data));
-  ASSERT_TRUE(network);
-  roundTrip(*network);
+  expectRoundTrip(std::move(data));
 }
 
 TEST(GraphmlRoundTrip, TextsSurviveMarkupWhiteSpaceAndNonAscii) {
@@ -187,9 +203,7 @@ TEST(GraphmlRoundTrip, TextsSurviveMarkupWhiteSpaceAndNonAscii) {
   data.verticesCount = 10;
   data.properties = {{"Name", texts({"a<b&c\"d'e>", "", " ", "  padded  ", "cr\rlf\r\n",
                                      "two\nlines", "tab\there", "é中😀", "]]> end", "&amp;"})}};
-  auto network = makeNetwork(std::move(data));
-  ASSERT_TRUE(network);
-  roundTrip(*network);
+  expectRoundTrip(std::move(data));
 }
 
 TEST(GraphmlRoundTrip, NamesNeedingEscapesAndSpacesRoundTrip) {
@@ -199,9 +213,7 @@ TEST(GraphmlRoundTrip, NamesNeedingEscapesAndSpacesRoundTrip) {
       {"my vector x", vectors(Precision::Float, {{1, 2, 3}, {4, 5, 6}, {7, 8, 9}})},
       {"tab\tand\nline", texts({"x", "y", "z"})},
   };
-  auto network = makeNetwork(std::move(data));
-  ASSERT_TRUE(network);
-  roundTrip(*network);
+  expectRoundTrip(std::move(data));
 }
 
 TEST(GraphmlRoundTrip, VectorsAtBothPrecisionsBesideAUserNumberCalledX) {
@@ -238,18 +250,29 @@ TEST(GraphmlRoundTrip, EveryCombinationOfFlags) {
     data.edgeWeighted = (flags & 2) != 0;
     data.vertexWeighted = (flags & 4) != 0;
     if (data.edgeWeighted) data.weights = {0.5f, 2.0f, -3.25f};
-    auto network = makeNetwork(std::move(data));
-    ASSERT_TRUE(network);
-    roundTrip(*network);
+    expectRoundTrip(std::move(data));
   }
 }
 
 TEST(GraphmlRoundTrip, EdgeCasesOfShape) {
-  {
-    SCOPED_TRACE("empty network");
-    auto network = makeNetwork(NetworkData{});
-    ASSERT_TRUE(network);
-    roundTrip(*network);
+  NetworkData withoutEdges;
+  withoutEdges.verticesCount = 4;
+  withoutEdges.edgeWeighted = true;
+  withoutEdges.properties = {{"Name", texts({"a", "b", "c", "d"})}};
+  NetworkData loops;
+  loops.verticesCount = 2;
+  loops.from = {1, 0, 1, 1, 0};
+  loops.to = {1, 1, 0, 1, 1};
+  loops.edgeWeighted = true;
+  loops.weights = {1, 2, 3, 4, 5};
+  std::pair<const char*, NetworkData> shapes[] = {
+      {"empty network", NetworkData{}},
+      {"weighted network without edges", std::move(withoutEdges)},
+      {"self-loops and parallel edges in their order", std::move(loops)},
+  };
+  for (auto& [what, data] : shapes) {
+    SCOPED_TRACE(what);
+    expectRoundTrip(std::move(data));
   }
   {
     SCOPED_TRACE("network without vertices holding a property without an array");
@@ -260,28 +283,6 @@ TEST(GraphmlRoundTrip, EdgeCasesOfShape) {
     auto copy = read(plexora::graphmlText(*network));
     ASSERT_TRUE(copy);
     EXPECT_TRUE(copy->keysForPropertiesOfVertices().empty());
-  }
-  {
-    SCOPED_TRACE("weighted network without edges");
-    NetworkData data;
-    data.verticesCount = 4;
-    data.edgeWeighted = true;
-    data.properties = {{"Name", texts({"a", "b", "c", "d"})}};
-    auto network = makeNetwork(std::move(data));
-    ASSERT_TRUE(network);
-    roundTrip(*network);
-  }
-  {
-    SCOPED_TRACE("self-loops and parallel edges in their order");
-    NetworkData data;
-    data.verticesCount = 2;
-    data.from = {1, 0, 1, 1, 0};
-    data.to = {1, 1, 0, 1, 1};
-    data.edgeWeighted = true;
-    data.weights = {1, 2, 3, 4, 5};
-    auto network = makeNetwork(std::move(data));
-    ASSERT_TRUE(network);
-    roundTrip(*network);
   }
 }
 
@@ -319,39 +320,7 @@ TEST(GraphmlRoundTrip, CharactersXmlCannotCarryBecomeReplacementCharacters) {
 // Documents written by other tools
 
 TEST(GraphmlForeign, IgraphStyleNamesWeightsAndGraphAttributes) {
-  auto network = read(R"(<?xml version="1.0" encoding="UTF-8"?>
-<graphml xmlns="http://graphml.graphdrawing.org/xmlns"
-         xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance"
-         xsi:schemaLocation="http://graphml.graphdrawing.org/xmlns
-         http://graphml.graphdrawing.org/xmlns/1.0/graphml.xsd">
-<!-- Created by a tool -->
-  <key id="g_title" for="graph" attr.name="title" attr.type="string"/>
-  <key id="v_name" for="node" attr.name="name" attr.type="string"/>
-  <key id="v_score" for="node" attr.name="score" attr.type="double"/>
-  <key id="e_weight" for="edge" attr.name="weight" attr.type="double"/>
-  <graph id="G" edgedefault="undirected">
-    <data key="g_title">toy</data>
-    <node id="n0">
-      <data key="v_name">alpha</data>
-      <data key="v_score">0.5</data>
-    </node>
-    <node id="n1">
-      <data key="v_name">beta</data>
-      <data key="v_score">NaN</data>
-    </node>
-    <node id="n2">
-      <data key="v_name">gamma</data>
-      <data key="v_score">-1e300</data>
-    </node>
-    <edge source="n0" target="n1">
-      <data key="e_weight">2.5</data>
-    </edge>
-    <edge source="n2" target="n1">
-      <data key="e_weight">1e-3</data>
-    </edge>
-  </graph>
-</graphml>
-)");
+  auto network = read(fixture("names-weights-and-graph-attributes.graphml"));
   ASSERT_TRUE(network);
   EXPECT_FALSE(network->isDirected());
   EXPECT_TRUE(network->isEdgeWeighted());
@@ -373,22 +342,7 @@ TEST(GraphmlForeign, IgraphStyleNamesWeightsAndGraphAttributes) {
 // networkx declares an attribute whose values mix integers and floats under
 // two keys of the same name, one "long" and one "double".
 TEST(GraphmlForeign, OneAttributeDeclaredUnderSeveralKeysIsOneProperty) {
-  auto network = read(R"(<?xml version="1.0" encoding="utf-8"?>
-<graphml xmlns="http://graphml.graphdrawing.org/xmlns">
-  <key id="d0" for="node" attr.name="size" attr.type="long"/>
-  <key id="d1" for="node" attr.name="size" attr.type="double"/>
-  <key id="d2" for="edge" attr.name="weight" attr.type="long"/>
-  <key id="d3" for="edge" attr.name="weight" attr.type="double"/>
-  <graph edgedefault="directed">
-    <node id="a"><data key="d0">3</data></node>
-    <node id="b"><data key="d1">0.25</data></node>
-    <node id="c"/>
-    <edge source="a" target="b"><data key="d2">2</data></edge>
-    <edge source="b" target="c"><data key="d3">0.5</data></edge>
-    <edge source="c" target="a"/>
-  </graph>
-</graphml>
-)");
+  auto network = read(fixture("attribute-under-several-keys.graphml"));
   ASSERT_TRUE(network);
   EXPECT_EQ(network->keysForPropertiesOfVertices(), (std::vector<std::string>{"Name", "size"}));
   const auto size = valuesOf<double>(network->propertyForKey("size"));
@@ -403,27 +357,7 @@ TEST(GraphmlForeign, OneAttributeDeclaredUnderSeveralKeysIsOneProperty) {
 }
 
 TEST(GraphmlForeign, WordIdsNameTheVerticesAndMissingDataTakesDefaults) {
-  auto network = read(R"(<?xml version='1.0' encoding='utf-8'?>
-<graphml xmlns="http://graphml.graphdrawing.org/xmlns"><key id="d5" for="edge" attr.name="kind" attr.type="string"/>
-<key id="d4" for="node" attr.name="note" attr.type="string"><default>none</default></key>
-<key id="d3" for="node" attr.name="temp" attr.type="double"/>
-<key id="d2" for="node" attr.name="size" attr.type="long"><default>7</default></key>
-<key id="d1" for="node" attr.name="count" attr.type="int"/>
-<key id="d0" for="node" attr.name="flag" attr.type="boolean"/>
-<key id="d6" for="node" attr.name="plain"/>
-<key id="d7" for="node" attr.name="ratio" attr.type="float"><default>0.25</default></key>
-<graph edgedefault="directed"><node id="alice">
-  <data key="d0">True</data>
-  <data key="d1">3</data>
-  <data key="d6">free text</data>
-</node>
-<node id="bob"><data key="d2">-3</data><data key="d3">1.5</data><data key="d4">hi</data><data key="d7">2</data></node>
-<node id="carol"/>
-<edge source="alice" target="bob"><data key="d5">friend</data></edge>
-<edge source="carol" target="carol"/>
-<edge source="alice" target="bob" directed="false"/>
-</graph></graphml>
-)");
+  auto network = read(fixture("word-ids-and-defaults.graphml"));
   ASSERT_TRUE(network);
   EXPECT_TRUE(network->isDirected());
   EXPECT_FALSE(network->isEdgeWeighted());
@@ -454,35 +388,7 @@ TEST(GraphmlForeign, WordIdsNameTheVerticesAndMissingDataTakesDefaults) {
 }
 
 TEST(GraphmlForeign, LabelsIntegerColoursAndFlatCoordinates) {
-  auto network = read(R"(<?xml version="1.0" encoding="UTF-8"?>
-<graphml xmlns="http://graphml.graphdrawing.org/xmlns">
-  <key attr.name="label" attr.type="string" for="node" id="label"/>
-  <key attr.name="Edge Label" attr.type="string" for="edge" id="edgelabel"/>
-  <key attr.name="Weight" attr.type="double" for="edge" id="weight"><default>4</default></key>
-  <key attr.name="r" attr.type="int" for="node" id="r"/>
-  <key attr.name="g" attr.type="int" for="node" id="g"/>
-  <key attr.name="b" attr.type="int" for="node" id="b"/>
-  <key attr.name="x" attr.type="float" for="node" id="x"/>
-  <key attr.name="y" attr.type="float" for="node" id="y"/>
-  <key attr.name="size" attr.type="float" for="node" id="size"/>
-  <graph edgedefault="undirected">
-    <node id="0">
-      <data key="label">Paris</data>
-      <data key="size">10.0</data>
-      <data key="r">255</data><data key="g">0</data><data key="b">51</data>
-      <data key="x">-12.5</data><data key="y">40.25</data>
-    </node>
-    <node id="1">
-      <data key="label">Lyon</data>
-      <data key="size">4.5</data>
-      <data key="r">0</data><data key="g">128</data><data key="b">1</data>
-      <data key="x">3.0</data><data key="y">-0.5</data>
-    </node>
-    <edge id="0" source="0" target="1"><data key="weight">1.5</data><data key="edgelabel">A6</data></edge>
-    <edge id="1" source="1" target="1"/>
-  </graph>
-</graphml>
-)");
+  auto network = read(fixture("labels-integer-colours-flat-coordinates.graphml"));
   ASSERT_TRUE(network);
   EXPECT_EQ(network->keysForPropertiesOfVertices(),
             (std::vector<std::string>{"Name", "Color", "Position", "size"}));
@@ -562,27 +468,7 @@ TEST(GraphmlForeign, NamePreferenceAndWhatStaysAPlainProperty) {
 }
 
 TEST(GraphmlForeign, ConstructsWeDoNotModelAreSkipped) {
-  auto network = read(R"(<?xml version="1.0"?>
-<!DOCTYPE graphml>
-<graphml xmlns="http://graphml.graphdrawing.org/xmlns">
-  <key id="w" for="edge" attr.name="weight" attr.type="int"/>
-  <key id="k" for="node" attr.name="k" attr.type="int"/>
-  <key id="k" for="node" attr.name="again" attr.type="string"/>
-  <key id="k2" for="node" attr.name="k" attr.type="string"/>
-  <graph id="outer">
-    <?processing instruction?>
-    <edge source="n1" target="n0" sourceport="p"><data key="w">3</data></edge>
-    <node id="n0"><port name="p"/><data key="unknown">zzz</data><data key="w">not a number</data></node>
-    <node id="n1">
-      <graph id="inner"><node id="hidden"/></graph>
-      <data key="k"> 42 </data>
-    </node>
-    <hyperedge><endpoint node="n0"/><endpoint node="n1"/></hyperedge>
-    <edge source="n0" target="n1"/>
-  </graph>
-  <graph id="second"><node id="other"/></graph>
-</graphml>
-)");
+  auto network = read(fixture("unmodelled-constructs.graphml"));
   ASSERT_TRUE(network);
   EXPECT_EQ(network->countVertices(), 2u);
   EXPECT_TRUE(network->isDirected());  // no edgedefault
@@ -596,17 +482,7 @@ TEST(GraphmlForeign, ConstructsWeDoNotModelAreSkipped) {
 }
 
 TEST(GraphmlForeign, TextFormsOfValues) {
-  auto network = read(
-      "\xEF\xBB\xBF<?xml version=\"1.0\"?>\r\n"
-      "<g:graphml xmlns:g=\"http://graphml.graphdrawing.org/xmlns\">\r\n"
-      "<g:key id=\"t\" for=\"node\" attr.name=\"t\" attr.type=\"string\"/>\r\n"
-      "<g:key id=\"f\" for=\"node\" attr.name=\"f\" attr.type=\"boolean\"/>\r\n"
-      "<g:graph edgedefault=\"undirected\">\r\n"
-      "<g:node id=\"n0\"><g:data key=\"t\"><![CDATA[<raw> & ]]>more</g:data>"
-      "<g:data key=\"f\">1</g:data></g:node>\r\n"
-      "<g:node id=\"n1\"><g:data key=\"t\">line\r\nbreak &#169;</g:data>"
-      "<g:data key=\"f\"> FALSE </g:data></g:node>\r\n"
-      "</g:graph></g:graphml>\r\n");
+  auto network = read(fixture("text-forms-bom-crlf.graphml"));
   ASSERT_TRUE(network);
   EXPECT_FALSE(network->isDirected());
   EXPECT_EQ(textsOf(network->propertyForKey("t")), (TextList{"<raw> & more", "line\nbreak ©"}));
@@ -626,15 +502,7 @@ TEST(GraphmlForeign, Latin1DocumentsReadAsUtf8) {
 TEST(GraphmlForeign, OurMarkedKeysAreNotRenamedInOurDocuments) {
   // A document of ours: x without a marker is a plain property even though a
   // y key exists, and the label key keeps its name.
-  auto network = read(R"(<graphml>
-  <key id="d0" for="graph" attr.name="edgeWeighted" attr.type="boolean"/>
-  <key id="d1" for="node" attr.name="x" attr.type="double"/>
-  <key id="d2" for="node" attr.name="y" attr.type="double"/>
-  <key id="d3" for="node" attr.name="label" attr.type="string"/>
-  <key id="d4" for="node" attr.name="x" attr.type="double"><desc>vector Where y</desc></key>
-  <graph edgedefault="undirected"><data key="d0">false</data>
-    <node id="a"><data key="d1">1</data><data key="d2">2</data><data key="d4">3</data></node>
-  </graph></graphml>)");
+  auto network = read(fixture("marked-keys-of-ours.graphml"));
   ASSERT_TRUE(network);
   EXPECT_EQ(network->keysForPropertiesOfVertices(),
             (std::vector<std::string>{"x", "y", "label", "Where"}));
@@ -783,8 +651,7 @@ class GraphmlFiles : public ::testing::Test {
 
 TEST_F(GraphmlFiles, SampleFileOpens) {
   ReadError error;
-  auto network = QLONetwork::initWithContentsOfURL(
-      fs::path(PLEXVIEW_TEST_DATA) / "graphml" / "friends.graphml", &error);
+  auto network = QLONetwork::initWithContentsOfURL(kData / "friends.graphml", &error);
   ASSERT_TRUE(network) << error.describe();
   EXPECT_EQ(network->countVertices(), 5u);
   EXPECT_EQ(network->countEdges(), 6u);

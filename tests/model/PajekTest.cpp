@@ -18,6 +18,16 @@ namespace {
 
 using Edge = std::pair<std::uint64_t, std::uint64_t>;
 
+const std::filesystem::path kData = std::filesystem::path(PLEXVIEW_TEST_DATA) / "pajek";
+
+// The bytes of a document in the test data's pajek folder.
+std::string fixture(const std::string& name) {
+  std::string text;
+  ReadError error;
+  EXPECT_TRUE(quillo::readWholeFile(kData / name, text, &error)) << error.describe();
+  return text;
+}
+
 QLONetwork::Ptr readText(std::string_view text) {
   ReadError error;
   auto network = plexora::readPajek(text, "test.net", &error);
@@ -56,13 +66,7 @@ std::vector<std::array<double, 3>> positionsOf(const QLONetwork& network) {
 // Sections
 
 TEST(PajekSections, EveryEdgeSectionAddsItsEdgesInFileOrder) {
-  auto network = readText(
-      "*Vertices 4\n"
-      "*Edges\n1 2\n"
-      "*Arcslist\n3 1 2 4\n"
-      "*arcs\n4 4\n"
-      "*EDGESLIST\n2 3 4\n"
-      "*Edges\n1 3\n");
+  auto network = readText(fixture("all-edge-sections.net"));
   ASSERT_TRUE(network);
   EXPECT_EQ(edgesOf(*network),
             (std::vector<Edge>{{0, 1}, {2, 0}, {2, 1}, {2, 3}, {3, 3}, {1, 2}, {1, 3}, {0, 2}}));
@@ -73,11 +77,7 @@ TEST(PajekSections, EveryEdgeSectionAddsItsEdgesInFileOrder) {
 
 TEST(PajekSections, HeaderTextAfterTheKeywordIsIgnored) {
   // Two-mode counts, relation numbers and names do not change what is read.
-  auto network = readText(
-      "*Network \"name with *Arcs in it\"\n"
-      "*Vertices 5 2\n"
-      "*Arcs :2 \"likes\"\n1 5\n"
-      "*Edges:3\n2 3\n");
+  auto network = readText(fixture("header-text.net"));
   ASSERT_TRUE(network);
   EXPECT_EQ(network->verticesCount, 5u);
   EXPECT_EQ(edgesOf(*network), (std::vector<Edge>{{0, 4}, {1, 2}}));
@@ -134,15 +134,7 @@ TEST(PajekSections, VertexCountComesFromEdgesWhenNotDeclared) {
 // Vertex lines
 
 TEST(PajekVertices, LabelsQuotedEmptyBareSparseAndRepeated) {
-  auto network = readText(
-      "*Vertices 6\n"
-      "1 \"two words\"\n"
-      "2 \"\"\n"
-      "4 bare\n"
-      "3 \"first\"\n"
-      "3 \"second\"\n"
-      "5\n"
-      "6 \"open quote runs on\n");
+  auto network = readText(fixture("labels-quoted-bare-sparse-repeated.net"));
   ASSERT_TRUE(network);
   EXPECT_EQ(textsOf(*network, "Name"),
             (TextList{"two words", "", "second", "bare", "", "open quote runs on"}));
@@ -178,12 +170,7 @@ TEST(PajekVertices, CoordinatesBecomePositionWhenTheyCarryALayout) {
 }
 
 TEST(PajekVertices, AttributesBecomePropertiesInOrderOfAppearance) {
-  auto network = readText(
-      "*Vertices 3\n"
-      "1 a 0 0 0 ic Red x_fact 2.5 Box bogus 1\n"
-      "2 b lc Blue fos notanumber x_fact 4 diamond\n"
-      "3 z 5 5 ic Green s_size 3 triangle\n"
-      "3 c 1 1 bc\n");
+  auto network = readText(fixture("vertex-attributes.net"));
   ASSERT_TRUE(network);
   EXPECT_EQ(
       network->keysForPropertiesOfVertices(),
@@ -415,8 +402,6 @@ TEST(EdgeList, OneLinePerEdgeFromZeroWithWeightsOnlyWhenWeighted) {
 
 // ---------------------------------------------------------------------------
 // Files
-
-const std::filesystem::path kData = std::filesystem::path(PLEXVIEW_TEST_DATA) / "pajek";
 
 TEST(PajekFiles, SampleFilesRead) {
   ReadError error;
