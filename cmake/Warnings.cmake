@@ -11,3 +11,8 @@ if(PLEXVIEW_FUZZ)
   add_compile_options(${PLEXVIEW_FUZZ_FLAGS} -g)
   add_link_options(-fsanitize=address,undefined)
 endif()
+
+if(PLEXVIEW_TSAN)
+  add_compile_options(-fsanitize=thread -g)
+  add_link_options(-fsanitize=thread)
+endif()

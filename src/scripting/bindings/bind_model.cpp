@@ -6,7 +6,8 @@ namespace plexview {
 void bindModel(pybind11::module_& m) {
   m.doc() =
       "Plexview's network model: number and vector arrays with NumPy views, the shared "
-      "random source, networks with their readers, writers and generators, and vertices.";
+      "random source, networks with their readers, writers and generators, vertices, and the "
+      "network view that lays a network out.";
   bindErrors(m);
   bindEnums(m);
   bindNumberArray(m);
@@ -14,6 +15,7 @@ void bindModel(pybind11::module_& m) {
   bindRandomGenerator(m);
   bindVertex(m);
   bindNetwork(m);
+  bindView(m);
 }
 
 }  // namespace plexview

@@ -13,5 +13,6 @@ void bindVector3dArray(pybind11::module_& m);
 void bindRandomGenerator(pybind11::module_& m);
 void bindVertex(pybind11::module_& m);
 void bindNetwork(pybind11::module_& m);
+void bindView(pybind11::module_& m);
 
 }  // namespace plexview

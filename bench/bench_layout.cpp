@@ -1,0 +1,146 @@
+// Layout benchmarks: one whole layout step (both force passes, integration,
+// re-centring) of a random network with average degree 8, in each mode, and
+// the plain scalar reference step (reference_layout.cpp) on the same input.
+// The counter `pairs/s` is repulsion pair interactions per second.
+//
+//   build/bench/bench_layout [--benchmark_filter=...]
+#include <benchmark/benchmark.h>
+
+#include <cstdint>
+#include <vector>
+
+#include "layout/kernels.h"
+#include "layout/step.h"
+#include "plexora/QLONetwork.h"
+#include "plexora/QLORandomGenerator.h"
+#include "reference_layout.h"
+
+namespace {
+
+constexpr double kDegree = 8.0;
+constexpr std::uint64_t kSeed = 2024;
+
+// The force constants of every benchmark: a mild, realistic layout.
+constexpr float kSoftening = 1.0f;
+constexpr float kRepulsive = 1.0f;
+constexpr float kGravitational = 0.01f;
+constexpr float kAttraction = 0.01f;
+constexpr float kPreferredDistance = 1.0f;
+
+// A seeded random network, weights uniform in (0, 1] and positions uniform in
+// the cube -30..30, speeds zero.
+struct Scene {
+  QLONetwork::Ptr network;
+  std::vector<float> weights;
+  std::vector<float> x, y, z;  // planes
+  std::vector<float> vx, vy, vz;
+  std::vector<float> interleaved;  // x, y, z per vertex, for the reference
+  std::vector<float> interleavedSpeeds;
+
+  explicit Scene(std::uint64_t vertices) {
+    auto& random = QLORandomGenerator::sharedRandomGenerator();
+    random.setSeed(kSeed);
+    network = QLONetwork::initRandomNetworkWithNumberOfVertices(vertices, kDegree);
+    for (std::uint64_t e = 0; e < network->countEdges(); ++e) {
+      weights.push_back(static_cast<float>(1.0 - random.randomDouble()));
+    }
+    for (std::uint64_t v = 0; v < vertices; ++v) {
+      for (auto* plane : {&x, &y, &z}) {
+        plane->push_back(static_cast<float>(60.0 * random.randomDouble() - 30.0));
+        interleaved.push_back(plane->back());
+      }
+    }
+    vx.assign(vertices, 0.0f);
+    vy.assign(vertices, 0.0f);
+    vz.assign(vertices, 0.0f);
+    interleavedSpeeds.assign(3 * vertices, 0.0f);
+  }
+};
+
+double pairsPerStep(std::uint64_t vertices) {
+  return static_cast<double>(vertices) * static_cast<double>(vertices - 1) / 2.0;
+}
+
+void reportPairs(benchmark::State& state, std::uint64_t vertices) {
+  state.counters["pairs/s"] =
+      benchmark::Counter(pairsPerStep(vertices) * static_cast<double>(state.iterations()),
+                         benchmark::Counter::kIsRate);
+}
+
+void layoutStep(benchmark::State& state, layout::LayoutMode mode) {
+  const auto vertices = static_cast<std::uint64_t>(state.range(0));
+  Scene scene(vertices);
+  std::vector<float> snapshotX, snapshotY, snapshotZ;
+  layout::PassInputs inputs;
+  inputs.verticesCount = vertices;
+  inputs.softening = kSoftening;
+  inputs.repulsive = kRepulsive;
+  inputs.gravitational = kGravitational;
+  inputs.attraction = kAttraction;
+  inputs.preferredDistance = kPreferredDistance;
+  inputs.edgesCount = scene.network->countEdges();
+  inputs.from = scene.network->edgeFromList;
+  inputs.to = scene.network->edgeToList;
+  inputs.weights = mode == layout::LayoutMode::Plain ? nullptr : scene.weights.data();
+  const layout::StepSettings settings{mode, 0.05f};
+  for (auto _ : state) {
+    // The view hands the step a snapshot of the positions; taking it is part
+    // of the step's cost.
+    snapshotX = scene.x;
+    snapshotY = scene.y;
+    snapshotZ = scene.z;
+    inputs.x = snapshotX.data();
+    inputs.y = snapshotY.data();
+    inputs.z = snapshotZ.data();
+    layout::step(settings, inputs, {scene.x.data(), scene.y.data(), scene.z.data()},
+                 {scene.vx.data(), scene.vy.data(), scene.vz.data()});
+    benchmark::DoNotOptimize(scene.x.data());
+    benchmark::ClobberMemory();
+  }
+  reportPairs(state, vertices);
+}
+
+void referenceStep(benchmark::State& state) {
+  const auto vertices = static_cast<std::uint64_t>(state.range(0));
+  Scene scene(vertices);
+  reference::Settings settings;
+  settings.softening = kSoftening;
+  settings.repulsive = kRepulsive;
+  settings.gravitational = kGravitational;
+  settings.attraction = kAttraction;
+  settings.preferredDistance = kPreferredDistance;
+  const reference::Network network{vertices, scene.network->countEdges(),
+                                   scene.network->edgeFromList, scene.network->edgeToList, nullptr};
+  for (auto _ : state) {
+    reference::step(settings, network, scene.interleaved, scene.interleavedSpeeds);
+    benchmark::DoNotOptimize(scene.interleaved.data());
+    benchmark::ClobberMemory();
+  }
+  reportPairs(state, vertices);
+}
+
+BENCHMARK_CAPTURE(layoutStep, plain, layout::LayoutMode::Plain)
+    ->Arg(1000)
+    ->Arg(5000)
+    ->Arg(20000)
+    ->Arg(50000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(layoutStep, edge_weighted, layout::LayoutMode::EdgeWeighted)
+    ->Arg(20000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(layoutStep, weight_as_distance, layout::LayoutMode::WeightAsDistance)
+    ->Arg(20000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK(referenceStep)
+    ->Arg(1000)
+    ->Arg(5000)
+    ->Arg(20000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+
+}  // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,125 @@
+// Python access to the network view without a window: install a network,
+// set the constants, step the layout and read positions and speeds.
+#include <pybind11/numpy.h>
+#include <pybind11/stl.h>
+
+#include "bindings/bind_parts.h"
+#include "filter/filtering.h"
+#include "render/VXLNetworkView.h"
+
+namespace py = pybind11;
+
+namespace plexview {
+namespace {
+
+// A float vector handed to Python as a fresh numpy array (these caches are
+// replaced, never changed, so a copy is what the caller saw at that moment).
+py::object floatsCopy(const VXLNetworkView::FloatsPtr& values) {
+  if (!values) return py::none();
+  return py::array_t<float>(static_cast<py::ssize_t>(values->size()), values->data());
+}
+
+// A float property of the view as a Python property.
+template <class Get, class Set>
+void constant(py::class_<VXLNetworkView, std::shared_ptr<VXLNetworkView>>& cls, const char* name,
+              const char* setter, Get get, Set set) {
+  cls.def(name, get);
+  cls.def(setter, set, py::arg("value"));
+}
+
+}  // namespace
+
+void bindView(py::module_& m) {
+  py::class_<VXLNetworkView, std::shared_ptr<VXLNetworkView>> cls(
+      m, "VXLNetworkView",
+      "The network view without a window: it owns the layout of a network and steps it.");
+  cls.def(py::init<>());
+
+  cls.def("network", &VXLNetworkView::network);
+  cls.def("setNetwork", &VXLNetworkView::setNetwork, py::arg("network"),
+          "Installs a network with a fresh random layout in the -30..30 cube.");
+  cls.def("positions", &VXLNetworkView::positions);
+  cls.def("setPositions", &VXLNetworkView::setPositions, py::arg("positions"));
+  cls.def("speeds", &VXLNetworkView::speeds);
+  cls.def("setSpeeds", &VXLNetworkView::setSpeeds, py::arg("speeds"));
+  cls.def("forces", &VXLNetworkView::forces);
+  cls.def("setForces", &VXLNetworkView::setForces, py::arg("forces"));
+  cls.def("resetSpeeds", &VXLNetworkView::resetSpeeds);
+  cls.def("resetForces", &VXLNetworkView::resetForces);
+  cls.def("resetPositions", &VXLNetworkView::resetPositions);
+  cls.def("randomizePositionsWithSizeX", &VXLNetworkView::randomizePositionsWithSizeX,
+          py::arg("sizeX"), py::arg("sizeY"), py::arg("sizeZ"));
+  cls.def("resetCenter", &VXLNetworkView::resetCenter, py::arg("sizeX"), py::arg("sizeY"),
+          py::arg("sizeZ"));
+
+  constant(cls, "attractionConstant", "setAttractionConstant", &VXLNetworkView::attractionConstant,
+           &VXLNetworkView::setAttractionConstant);
+  constant(cls, "repulsiveConstant", "setRepulsiveConstant", &VXLNetworkView::repulsiveConstant,
+           &VXLNetworkView::setRepulsiveConstant);
+  constant(cls, "viscosityConstant", "setViscosityConstant", &VXLNetworkView::viscosityConstant,
+           &VXLNetworkView::setViscosityConstant);
+  constant(cls, "gravitationalConstant", "setGravitationalConstant",
+           &VXLNetworkView::gravitationalConstant, &VXLNetworkView::setGravitationalConstant);
+  constant(cls, "softeningConstant", "setSofteningConstant", &VXLNetworkView::softeningConstant,
+           &VXLNetworkView::setSofteningConstant);
+  constant(cls, "preferredDistance", "setPreferredDistance", &VXLNetworkView::preferredDistance,
+           &VXLNetworkView::setPreferredDistance);
+  constant(cls, "weightAsDistance", "setWeightAsDistance", &VXLNetworkView::weightAsDistance,
+           &VXLNetworkView::setWeightAsDistance);
+  constant(cls, "iterations", "setIterations", &VXLNetworkView::iterations,
+           &VXLNetworkView::setIterations);
+  constant(cls, "hierLevels", "setHierLevels", &VXLNetworkView::hierLevels,
+           &VXLNetworkView::setHierLevels);
+  constant(cls, "iterating", "setIterating", &VXLNetworkView::iterating,
+           &VXLNetworkView::setIterating);
+  cls.def("fAnimate", &VXLNetworkView::fAnimate);
+  cls.def("time", &VXLNetworkView::time);
+
+  // Stepping runs without the interpreter lock so other Python threads (and
+  // the layout's own threads) go on.
+  const auto nogil = py::call_guard<py::gil_scoped_release>();
+  cls.def("iterateBy", &VXLNetworkView::iterateBy, py::arg("n"), nogil,
+          "Runs up to n steps now, on the calling thread.");
+  cls.def("iterate", &VXLNetworkView::iterate, nogil);
+  cls.def("iterateByNumber", &VXLNetworkView::iterateByNumber, py::arg("n"), nogil);
+  cls.def("animationTimer", &VXLNetworkView::animationTimer, nogil,
+          "One tick of the 60 Hz timer: a frame, then a background batch when running.");
+  cls.def("prepareFrame", &VXLNetworkView::prepareFrame,
+          "What a frame does before drawing: refills the filter cache when needed.");
+  cls.def("start", &VXLNetworkView::start);
+  cls.def("pause", &VXLNetworkView::pause);
+  cls.def("toggleStartPause", &VXLNetworkView::toggleStartPause);
+  cls.def("waitForBatch", &VXLNetworkView::waitForBatch, nogil);
+
+  constant(cls, "weightMaxThreshold", "setWeightMaxThreshold", &VXLNetworkView::weightMaxThreshold,
+           &VXLNetworkView::setWeightMaxThreshold);
+  constant(cls, "weightMinThreshold", "setWeightMinThreshold", &VXLNetworkView::weightMinThreshold,
+           &VXLNetworkView::setWeightMinThreshold);
+  cls.def("maxMinWeight", &VXLNetworkView::maxMinWeight);
+  cls.def("weightThresholdData",
+          [](const VXLNetworkView& view) { return floatsCopy(view.weightThresholdData()); });
+  cls.def("weightThresholdCount", &VXLNetworkView::weightThresholdCount);
+  constant(cls, "filterPropertyName", "setFilterPropertyName", &VXLNetworkView::filterPropertyName,
+           &VXLNetworkView::setFilterPropertyName);
+  constant(cls, "maxFilterProperty", "setMaxFilterProperty", &VXLNetworkView::maxFilterProperty,
+           &VXLNetworkView::setMaxFilterProperty);
+  constant(cls, "minFilterProperty", "setMinFilterProperty", &VXLNetworkView::minFilterProperty,
+           &VXLNetworkView::setMinFilterProperty);
+  constant(cls, "shouldUpdateFilterProperty", "setShouldUpdateFilterProperty",
+           &VXLNetworkView::shouldUpdateFilterProperty,
+           &VXLNetworkView::setShouldUpdateFilterProperty);
+  cls.def("filterProperty",
+          [](const VXLNetworkView& view) { return floatsCopy(view.filterProperty()); });
+  constant(cls, "hiddenVertices", "setHiddenVertices", &VXLNetworkView::hiddenVertices,
+           &VXLNetworkView::setHiddenVertices);
+  constant(cls, "alphaChannel", "setAlphaChannel", &VXLNetworkView::alphaChannel,
+           &VXLNetworkView::setAlphaChannel);
+  constant(cls, "hideSpecialVertices", "setHideSpecialVertices",
+           &VXLNetworkView::hideSpecialVertices, &VXLNetworkView::setHideSpecialVertices);
+
+  m.def("getMaxMinValuesForPropertyOfNetwork", &filter::getMaxMinValuesForPropertyOfNetwork,
+        py::arg("network"), py::arg("name"),
+        "(maximum, minimum) of a filter property's values over all vertices.");
+}
+
+}  // namespace plexview

@@ -1,0 +1,96 @@
+"""The network view from Python: install a network, set the constants, step the
+layout synchronously and in the background, and read positions and speeds."""
+import time
+import unittest
+
+import numpy as np
+
+import plexview
+from plexview import QLONetwork, VXLNetworkView
+
+
+def random_network(vertices, degree, seed=9):
+    plexview.QLORandomGenerator.sharedRandomGenerator().setSeed(seed)
+    return QLONetwork.initRandomNetworkWithNumberOfVertices(vertices, degree)
+
+
+class ViewStepTest(unittest.TestCase):
+    def test_steps_keep_the_mean_at_the_origin_within_the_clamps(self):
+        view = VXLNetworkView()
+        view.setNetwork(random_network(400, 6))
+        view.prepareFrame()
+        for _ in range(5):
+            view.iterateBy(2)
+            positions = view.positions().array()
+            speeds = view.speeds().array()
+            self.assertTrue(np.isfinite(positions).all())
+            np.testing.assert_allclose(positions.mean(axis=0), 0, atol=1e-4)
+            # Plain mode: a speed above sqrt(L^2 + 100) is cut to 5.
+            self.assertLessEqual(np.linalg.norm(speeds, axis=1).max(), 10 + 1e-4)
+        self.assertFalse(view.iterating())
+
+    def test_constants_are_read_back_and_change_the_layout(self):
+        def spread(repulsion):
+            view = VXLNetworkView()
+            view.setNetwork(random_network(200, 4, seed=1))
+            view.setRepulsiveConstant(repulsion)
+            self.assertEqual(view.repulsiveConstant(), np.float32(repulsion))
+            view.iterateBy(30)
+            return np.linalg.norm(view.positions().array(), axis=1).mean()
+
+        self.assertGreater(spread(100.0), spread(1.0))
+        view = VXLNetworkView()
+        for name, value in [("Attraction", 0.5), ("Viscosity", 0.25), ("Gravitational", 0.125)]:
+            getattr(view, f"set{name}Constant")(value)
+            getter = name[0].lower() + name[1:] + "Constant"
+            self.assertEqual(getattr(view, getter)(), value)
+        view.setPreferredDistance(3.0)
+        view.setWeightAsDistance(True)
+        self.assertEqual((view.preferredDistance(), view.weightAsDistance()), (3.0, True))
+
+    def test_positions_are_numpy_views_of_the_layout(self):
+        view = VXLNetworkView()
+        view.setNetwork(random_network(50, 3))
+        positions = view.positions()
+        table = positions.array()
+        self.assertEqual(table.shape, (50, 3))
+        self.assertEqual(table.dtype, np.float32)
+        table[0] = (1, 2, 3)
+        self.assertEqual(positions.vectorAtIndex(0), (1.0, 2.0, 3.0))
+        view.setPositions(plexview.QLOVector3dArray.fromNumpy(np.zeros((50, 3))))
+        self.assertEqual(view.positions().precision(), plexview.Precision.Float)
+        np.testing.assert_array_equal(view.speeds().array(), 0)
+
+
+class ViewRunTest(unittest.TestCase):
+    def test_timer_runs_background_batches_until_paused(self):
+        view = VXLNetworkView()
+        view.setNetwork(random_network(3000, 4))
+        view.setIterations(100000)
+        before = view.positions().array().copy()
+        view.start()
+        self.assertTrue(view.fAnimate())
+        view.animationTimer()
+        self.assertTrue(view.iterating())
+        time.sleep(0.2)
+        view.pause()
+        view.waitForBatch()
+        self.assertFalse(view.iterating())
+        self.assertFalse(np.array_equal(before, view.positions().array()))
+
+    def test_filter_state_and_thresholds(self):
+        net = QLONetwork.initWithEdges(4, [0, 1, 2], [1, 2, 3], weights=[2, 4, 8])
+        view = VXLNetworkView()
+        view.setNetwork(net)
+        view.prepareFrame()
+        np.testing.assert_array_equal(view.filterProperty(), [1, 2, 2, 1])
+        self.assertEqual((view.maxFilterProperty(), view.minFilterProperty()), (2.0, 1.0))
+        self.assertEqual(view.maxMinWeight(), (8.0, 2.0))
+        view.setWeightMinThreshold(3)
+        view.setWeightMaxThreshold(8)
+        np.testing.assert_array_equal(view.weightThresholdData(), [0, 0.5, 1])
+        self.assertEqual(plexview.getMaxMinValuesForPropertyOfNetwork(net, "Node Strength"), (12.0, 2.0))
+
+
+if __name__ == "__main__":
+    unittest.main()
