@@ -26,6 +26,9 @@ class VXLNetworkView {
  public:
   using FloatsPtr = std::shared_ptr<const std::vector<float>>;
 
+  // The constants start at the defaults the controller's reset applies
+  // (A 0.001, R 10, viscosity 0.05, G 0.001, L 0, s 1, one step per batch),
+  // so a view used without a controller lays out sensibly.
   VXLNetworkView();
   // Stops a running batch and waits for it.
   ~VXLNetworkView();
