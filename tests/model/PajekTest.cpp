@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "network_description.h"
 #include "plexora/QLONetwork.h"
 #include "plexora/formats.h"
 #include "quillo/fileio.h"
@@ -52,44 +53,7 @@ QLONetwork::Ptr makeNetwork(std::uint64_t vertices, std::vector<Edge> edges,
   return network;
 }
 
-// Everything a network holds on one line: vertex count, flags, edges (with
-// weights when weighted), then each property with its element type and
-// values. Numbers are in shortest round-trip form of their own type, so equal
-// lines mean equal types and bits.
-std::string describe(const QLONetwork& network) {
-  std::string out = std::to_string(network.countVertices());
-  out += network.isDirected() ? " directed" : " undirected";
-  if (network.isEdgeWeighted()) out += " weighted";
-  if (network.isVertexWeighted()) out += " vertex-weighted";
-  out += " |";
-  for (std::uint64_t k = 0; k < network.countEdges(); ++k) {
-    out +=
-        ' ' + std::to_string(network.edgeFromList[k]) + '-' + std::to_string(network.edgeToList[k]);
-    if (network.isEdgeWeighted()) out += ':' + quillo::numberText(network.edgesWeights[k]);
-  }
-  for (const auto& [name, value] : network.propertiesOfVertices()) {
-    out += " | " + name;
-    std::string values;
-    if (const auto* array = std::get_if<std::shared_ptr<QLONumberArray>>(&value)) {
-      const NumberType type = (*array)->numberArrayType();
-      out += type == NumberType::Bool    ? ":bool="
-             : type == NumberType::Int32 ? ":int="
-             : type == NumberType::Int64 ? ":long="
-             : type == NumberType::Float ? ":float="
-                                         : ":double=";
-      values = (*array)->text();
-    } else if (const auto* vector = std::get_if<std::shared_ptr<QLOVector3dArray>>(&value)) {
-      out += (*vector)->precision() == Precision::Float ? ":float3=" : ":double3=";
-      values = (*vector)->text();
-    } else if (const auto* list = std::get_if<std::shared_ptr<TextList>>(&value)) {
-      out += '=';
-      for (const std::string& text : **list) out += '"' + text + '"';
-    }
-    std::replace(values.begin(), values.end(), '\n', ',');
-    out += values;
-  }
-  return out;
-}
+using testing_support::describe;
 
 // ---------------------------------------------------------------------------
 // Reading
