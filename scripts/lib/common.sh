@@ -8,6 +8,8 @@ PLEXVIEW_PACKAGES=(
   libpugixml-dev libtbb-dev
   python3 python3-dev pybind11-dev python3-numpy
   python3-igraph python3-networkx
+  qt6-base-dev libqt6opengl6-dev libgl-dev libglu1-mesa-dev freeglut3-dev
+  xvfb xauth libgl1-mesa-dri fonts-liberation2 fonts-dejavu-core
 )
 
 plexview_root() { cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd; }

@@ -1,8 +1,9 @@
 #pragma once
 // The network view: it owns the layout state (network, positions, speeds,
-// forces, constants, filter state, thresholded weights) and drives the
-// simulation. Drawing is added by the render step; until then a frame does
-// only its non-drawing work (prepareFrame), so the view also runs headless.
+// forces, constants, filter state, thresholded weights), drives the
+// simulation and draws the scene. Only the drawing methods (initCommands,
+// resizeCommands, drawRect, drawCommands, updateProjection) touch GL, into
+// whatever context the caller made current; everything else runs headless.
 //
 // Threads: the main thread calls every method; a batch of steps runs on a
 // thread of its own (started by animationTimer while the layout runs), and
@@ -10,6 +11,7 @@
 // the view's recursive lock; plain settings are relaxed atomics; position and
 // speed elements are written by the batch as relaxed atomics.
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -21,6 +23,7 @@
 #include "plexora/QLONetwork.h"
 #include "quillo/QLONumberArray.h"
 #include "quillo/QLOVector3dArray.h"
+#include "render/VXLCamera.h"
 
 class VXLNetworkView {
  public:
@@ -133,8 +136,93 @@ class VXLNetworkView {
   bool hideSpecialVertices() const { return hideSpecialVertices_.load(kRelaxed); }
   void setHideSpecialVertices(bool value) { hideSpecialVertices_.store(value, kRelaxed); }
 
+  // --- Colours and selection (under the view's lock) ---
+  // Per-vertex colours, kept at float precision; an array shorter than the
+  // vertex count is ignored when drawing (the default colour is used).
+  std::shared_ptr<QLOVector3dArray> colors() const;
+  void setColors(std::shared_ptr<QLOVector3dArray> colors);
+  // One byte per vertex, non-zero = selected. A frame replaces a missing mask
+  // or one of the wrong count by an all-zero mask.
+  std::shared_ptr<QLONumberArray> selectedNodesIndexes() const;
+  // Selects exactly the given vertices (indices past the end are ignored).
+  void setSelectedVertices(const std::vector<std::uint64_t>& indices);
+  void resetSelection();
+
+  // --- Drawing options (take effect at the next frame) ---
+  bool showNodes() const { return options_.showNodes.load(kRelaxed); }
+  void setShowNodes(bool value) { options_.showNodes.store(value, kRelaxed); }
+  bool showEdges() const { return options_.showEdges.load(kRelaxed); }
+  void setShowEdges(bool value) { options_.showEdges.store(value, kRelaxed); }
+  bool simpleShapes() const { return options_.simpleShapes.load(kRelaxed); }
+  void setSimpleShapes(bool value) { options_.simpleShapes.store(value, kRelaxed); }
+  bool blendLines() const { return options_.blendLines.load(kRelaxed); }
+  void setBlendLines(bool value) { options_.blendLines.store(value, kRelaxed); }
+  bool edgesDepthTest() const { return options_.edgesDepthTest.load(kRelaxed); }
+  void setEdgesDepthTest(bool value) { options_.edgesDepthTest.store(value, kRelaxed); }
+  bool verticesDepthTest() const { return options_.verticesDepthTest.load(kRelaxed); }
+  void setVerticesDepthTest(bool value) { options_.verticesDepthTest.store(value, kRelaxed); }
+  float edgesIntensity() const { return options_.edgesIntensity.load(kRelaxed); }
+  void setEdgesIntensity(float value) { options_.edgesIntensity.store(value, kRelaxed); }
+  // Stored only; the passes do not read it.
+  float verticesIntensity() const { return options_.verticesIntensity.load(kRelaxed); }
+  void setVerticesIntensity(float value) { options_.verticesIntensity.store(value, kRelaxed); }
+  bool showLegends() const { return options_.showLegends.load(kRelaxed); }
+  void setShowLegends(bool value) { options_.showLegends.store(value, kRelaxed); }
+  // Apply the filter range to vertices, to edges (both ends must pass).
+  bool limitNodes() const { return options_.limitNodes.load(kRelaxed); }
+  void setLimitNodes(bool value) { options_.limitNodes.store(value, kRelaxed); }
+  bool limitEdges() const { return options_.limitEdges.load(kRelaxed); }
+  void setLimitEdges(bool value) { options_.limitEdges.store(value, kRelaxed); }
+  bool blackBackground() const { return options_.blackBackground.load(kRelaxed); }
+  void setBlackBackground(bool value);  // logs the choice
+  bool transparentBackground() const { return options_.transparentBackground.load(kRelaxed); }
+  void setTransparentBackground(bool value);  // logs the black-background flag
+  // The frame-blending pass (a fading trail) and the new frame's weight in it.
+  bool shader() const { return options_.shader.load(kRelaxed); }
+  void setShader(bool value) { options_.shader.store(value, kRelaxed); }
+  float motionBlurFactor() const { return options_.motionBlurFactor.load(kRelaxed); }
+  void setMotionBlurFactor(float value) { options_.motionBlurFactor.store(value, kRelaxed); }
+  float lineWidth() const { return options_.lineWidth.load(kRelaxed); }
+  void setLineWidth(float value) { options_.lineWidth.store(value, kRelaxed); }
+  // Multiplies every position when drawing.
+  float scale() const { return options_.scale.load(kRelaxed); }
+  void setScale(float value) { options_.scale.store(value, kRelaxed); }
+
+  // --- Camera ---
+  VXLCamera camera() const;
+  void setCamera(const VXLCamera& camera);
+  Rotation worldRotation() const;
+  void setWorldRotation(const Rotation& rotation);
+  Rotation objectRotation() const;
+  void setObjectRotation(const Rotation& rotation);
+  float nearClipDistance() const { return options_.nearClip.load(kRelaxed); }
+  void setNearClipDistance(float value) { options_.nearClip.store(value, kRelaxed); }
+  float farClipDistance() const { return options_.farClip.load(kRelaxed); }
+  void setFarClipDistance(float value) { options_.farClip.store(value, kRelaxed); }
+
+  // --- Drawing (GL: a current compatibility context is required) ---
+  // Once per context: fixed state, the vertex shapes, the blending program;
+  // resets the camera.
+  void initCommands();
+  // Viewport, camera size and projection for a surface of this many pixels.
+  void resizeCommands(int width, int height);
+  // Load the camera's frustum into the projection matrix, its view and the
+  // world and object rotations into the model-view matrix.
+  void updateProjection();
+  void updateModelView();
+  // One frame into a surface of this size: background, camera, scene, the
+  // blending pass when on, then a check for a GL error.
+  void drawRect(int width, int height);
+  // The vertex and edge passes (also used by picking and the exports).
+  void drawCommands();
+  // Set while the scene is drawn for picking: vertices load their index as
+  // their name instead of a colour, and no edges are drawn.
+  bool selectionMode() const { return selectionMode_; }
+  void setSelectionMode(bool value) { selectionMode_ = value; }
+
  private:
   static constexpr auto kRelaxed = std::memory_order_relaxed;
+  struct Frame;
   enum class BatchStart { MarkIterating, AlreadyMarked };
 
   void runBatch(std::uint64_t steps, BatchStart start);
@@ -173,6 +261,63 @@ class VXLNetworkView {
   std::shared_ptr<QLONumberArray> hiddenVertices_;  // under lock_
   std::shared_ptr<QLONumberArray> alphaChannel_;    // under lock_
   std::atomic<bool> hideSpecialVertices_{false};
+  std::shared_ptr<QLOVector3dArray> colors_;          // under lock_
+  std::shared_ptr<QLONumberArray> selectedVertices_;  // under lock_
+
+  // Drawing options, at the defaults the controller's reset applies.
+  struct DrawingOptions {
+    std::atomic<bool> showNodes{true};
+    std::atomic<bool> showEdges{true};
+    std::atomic<bool> simpleShapes{false};
+    std::atomic<bool> blendLines{false};
+    std::atomic<bool> edgesDepthTest{false};
+    std::atomic<bool> verticesDepthTest{true};
+    std::atomic<float> edgesIntensity{0.6f};
+    std::atomic<float> verticesIntensity{1.0f};
+    std::atomic<bool> showLegends{true};
+    std::atomic<bool> limitNodes{true};
+    std::atomic<bool> limitEdges{true};
+    std::atomic<bool> blackBackground{false};
+    std::atomic<bool> transparentBackground{false};
+    std::atomic<bool> shader{false};
+    std::atomic<float> motionBlurFactor{0.2f};
+    std::atomic<float> lineWidth{1.5f};
+    std::atomic<float> scale{1.0f};
+    std::atomic<float> nearClip{1.0f};
+    std::atomic<float> farClip{2000.0f};
+  } options_;
+
+  VXLCamera camera_;         // under lock_
+  Rotation worldRotation_;   // under lock_
+  Rotation objectRotation_;  // under lock_
+  Vec3d origin_{0, 0, 0};    // the centre a camera reset looks at
+  // Error reports give the seconds since the view was made.
+  std::chrono::steady_clock::time_point startTime_ = std::chrono::steady_clock::now();
+  std::recursive_mutex contextLock_;  // a frame, a pick and an export never interleave
+
+  // GL objects of the context the view draws into (drawing methods only).
+  struct GlObjects {
+    bool listCreated = false;
+    unsigned int listSphere = 0, listCube = 0, listSphereHD = 0, listCubeHD = 0;
+    unsigned int iTexture = 0, nextTex = 0, prevTex = 0;
+    int textureWidth = 0, textureHeight = 0;  // powers of two
+    unsigned int programObject = 0, fragmentShader = 0;
+    int nextTexUnit = -1, prevTexUnit = -1;
+    int firstTimeTex = 1;  // 1 until the first blended frame
+  } gl_;
+  bool selectionMode_ = false;
+  // Per-frame copies of positions and colours, reused between frames.
+  std::vector<float> framePositions_, frameColours_;
+
+  Frame takeFrame();
+  void resizeGL(int width, int height);
+  void makeShapeLists();
+  void drawVertexPass(const Frame& frame);
+  void drawEdgePass(const Frame& frame);
+  void createBlendingProgram();
+  void makeBlendingTextures(int width, int height);
+  void blendFrame();
+  void reportGlError();
 
   // One batch at a time: the background thread or a synchronous iterateBy.
   std::mutex batchMutex_;

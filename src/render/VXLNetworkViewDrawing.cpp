@@ -1,0 +1,392 @@
+// The view's drawing: fixed GL state and the vertex shapes, one frame, and
+// the vertex and edge passes. GL calls go into the caller's current context.
+#include <GL/freeglut.h>
+#include <GL/gl.h>
+#include <GL/glu.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <mutex>
+
+#include "quillo/log.h"
+#include "render/VXLNetworkView.h"
+#include "render/scenecolours.h"
+
+using scene::Background;
+
+// What one frame draws, taken once under the view's lock so a layout batch or
+// a setter on another thread cannot change it halfway through the passes.
+struct VXLNetworkView::Frame {
+  std::uint64_t verticesCount = 0;
+  std::uint64_t edgesCount = 0;
+  const std::uint64_t* from = nullptr;
+  const std::uint64_t* to = nullptr;
+  const float* weights = nullptr;  // null: the network is not edge-weighted
+  const float* x = nullptr;
+  const float* y = nullptr;
+  const float* z = nullptr;
+  const float* r = nullptr;  // null: no per-vertex colours this frame
+  const float* g = nullptr;
+  const float* b = nullptr;
+  const std::uint8_t* selected = nullptr;  // one byte per vertex
+  const std::uint8_t* hidden = nullptr;    // null: nothing hidden
+  const float* filter = nullptr;           // null: no filter values
+  float minFilter = 0;
+  float maxFilter = 0;
+  float scale = 1;
+  Background background = Background::White;
+  bool selecting = false;
+
+  // Owners of the arrays above.
+  std::shared_ptr<QLONetwork> network;
+  FloatsPtr weightsOwner;
+  FloatsPtr filterOwner;
+  std::shared_ptr<QLONumberArray> selectedOwner;
+  std::shared_ptr<QLONumberArray> hiddenOwner;
+
+  // A NaN filter value is never within the range.
+  bool withinFilter(std::uint64_t v) const {
+    return minFilter <= filter[v] && filter[v] <= maxFilter;
+  }
+  std::optional<scene::Rgb> colour(std::uint64_t v) const {
+    if (!r) return std::nullopt;
+    return scene::Rgb{r[v], g[v], b[v]};
+  }
+  scene::Colouring colouring() const {
+    return r ? scene::Colouring::PerVertex : scene::Colouring::Fixed;
+  }
+};
+
+namespace {
+
+void setColour(const scene::Rgba& c) {
+  glColor4f(c.r, c.g, c.b, c.a);
+}
+
+// freeglut's solid shapes need glutInit, which connects to the X display; it
+// draws no window, the shapes only emit GL calls into the current context.
+bool initialiseFreeglut() {
+  static bool ready = false;
+  static std::once_flag once;
+  std::call_once(once, [] {
+    const char* display = std::getenv("DISPLAY");
+    if (!display || !*display) {
+      quillo::logLine("freeglut needs an X display: vertices are not drawn");
+      return;
+    }
+    int argc = 1;
+    char name[] = "plexview";
+    char* argv[] = {name, nullptr};
+    glutInit(&argc, argv);
+    ready = true;
+  });
+  return ready;
+}
+
+void setEdgeBlend(scene::EdgeBlend blend) {
+  switch (blend) {
+    case scene::EdgeBlend::Additive:
+      glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+      break;
+    case scene::EdgeBlend::Over:
+      glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+      break;
+    case scene::EdgeBlend::OverKeepAlpha:
+      glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ZERO, GL_ONE);
+      break;
+  }
+}
+
+}  // namespace
+
+void VXLNetworkView::initCommands() {
+  std::lock_guard context(contextLock_);
+  glEnable(GL_DEPTH_TEST);
+  glEnable(GL_MULTISAMPLE);
+  glEnable(GL_CULL_FACE);
+
+  const GLfloat lightAmbient[] = {0.8f, 0.8f, 0.8f, 1.0f};
+  const GLfloat lightDiffuse[] = {0.5f, 0.5f, 0.5f, 1.0f};
+  const GLfloat lightSpecular[] = {0.5f, 0.5f, 0.5f, 1.0f};
+  const GLfloat lightPosition[] = {1.0f, 1.0f, 1.0f, 0.0f};  // directional
+  glLightfv(GL_LIGHT0, GL_AMBIENT, lightAmbient);
+  glLightfv(GL_LIGHT0, GL_DIFFUSE, lightDiffuse);
+  glLightfv(GL_LIGHT0, GL_SPECULAR, lightSpecular);
+  glLightfv(GL_LIGHT0, GL_POSITION, lightPosition);
+
+  const GLfloat materialAmbient[] = {0.8f, 0.8f, 0.8f, 1.0f};
+  const GLfloat materialDiffuse[] = {0.6f, 0.6f, 0.6f, 1.0f};
+  const GLfloat materialSpecular[] = {0.3f, 0.3f, 0.3f, 1.0f};
+  glMaterialfv(GL_FRONT, GL_AMBIENT, materialAmbient);
+  glMaterialfv(GL_FRONT, GL_DIFFUSE, materialDiffuse);
+  glMaterialfv(GL_FRONT, GL_SPECULAR, materialSpecular);
+  glMaterialf(GL_FRONT, GL_SHININESS, 75.0f);
+
+  glEnable(GL_LIGHTING);
+  glEnable(GL_LIGHT0);
+  glDepthFunc(GL_LESS);
+  glEnable(GL_COLOR_MATERIAL);  // the current colour drives the material
+
+  if (!gl_.listCreated) makeShapeLists();
+  const scene::Rgba clear = scene::kInitialClearColour;
+  glClearColor(clear.r, clear.g, clear.b, clear.a);
+
+  {
+    std::lock_guard lock(lock_);
+    camera::resetCamera(camera_, worldRotation_, origin_);
+  }
+  if (gl_.programObject == 0) createBlendingProgram();
+}
+
+void VXLNetworkView::makeShapeLists() {
+  const bool shapes = initialiseFreeglut();
+  const GLuint first = glGenLists(4);
+  gl_.listCube = first;
+  gl_.listSphere = first + 1;
+  gl_.listCubeHD = first + 2;
+  gl_.listSphereHD = first + 3;
+  // The sizes are the float values 0.7 and 0.8 widened, not the doubles.
+  const double size = static_cast<double>(0.7f);
+  const double sizeHD = static_cast<double>(0.8f);
+  glNewList(gl_.listCube, GL_COMPILE);
+  if (shapes) glutSolidCube(size);
+  glEndList();
+  glNewList(gl_.listSphere, GL_COMPILE);
+  if (shapes) glutSolidSphere(size, 12, 12);
+  glEndList();
+  glNewList(gl_.listCubeHD, GL_COMPILE);
+  if (shapes) glutSolidCube(sizeHD);
+  glEndList();
+  glNewList(gl_.listSphereHD, GL_COMPILE);
+  if (shapes) glutSolidSphere(sizeHD, 20, 20);
+  glEndList();
+  gl_.listCreated = true;
+}
+
+void VXLNetworkView::resizeCommands(int width, int height) {
+  std::lock_guard context(contextLock_);
+  {
+    std::lock_guard lock(lock_);
+    camera_.viewWidth = width;
+    camera_.viewHeight = height;
+  }
+  glViewport(0, 0, width, height);
+  updateProjection();
+  // The info string is rebuilt here once the text overlays exist.
+}
+
+void VXLNetworkView::updateProjection() {
+  const Matrix4 projection =
+      camera::frustumMatrix(camera::frustum(camera(), nearClipDistance(), farClipDistance()));
+  glMatrixMode(GL_PROJECTION);
+  glLoadMatrixd(projection.data());
+  glMatrixMode(GL_MODELVIEW);
+  // The camera text is refreshed here once the text overlays exist.
+}
+
+void VXLNetworkView::updateModelView() {
+  // The rotation of a trackball drag in progress joins here once the mouse
+  // handling exists.
+  const Matrix4 view = camera::modelView(camera(), std::nullopt, worldRotation(), objectRotation());
+  glMatrixMode(GL_MODELVIEW);
+  glLoadMatrixd(view.data());
+}
+
+void VXLNetworkView::resizeGL(int width, int height) {
+  const VXLCamera current = camera();
+  if (width == current.viewWidth && height == current.viewHeight) return;
+  resizeCommands(width, height);
+  // The legend height follows the new size here once legends exist.
+  if (shader()) makeBlendingTextures(width, height);
+}
+
+void VXLNetworkView::drawRect(int width, int height) {
+  std::lock_guard context(contextLock_);
+  const scene::Rgba clear =
+      scene::clearColour(blackBackground() ? Background::Black : Background::White);
+  glDepthMask(GL_TRUE);
+  glClearColor(clear.r, clear.g, clear.b, clear.a);
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+
+  resizeGL(width, height);
+  updateModelView();
+  drawCommands();
+  if (shader()) {
+    blendFrame();
+  } else {
+    gl_.firstTimeTex = 1;  // switching the pass on starts unblended
+  }
+  // The text overlays (information, vertex details, errors) are drawn here.
+  glFlush();
+  reportGlError();
+}
+
+VXLNetworkView::Frame VXLNetworkView::takeFrame() {
+  Frame frame;
+  frame.selecting = selectionMode_;
+  frame.scale = scale();
+  frame.background = blackBackground() ? Background::Black : Background::White;
+  frame.minFilter = minFilterProperty();
+  frame.maxFilter = maxFilterProperty();
+
+  std::lock_guard lock(lock_);
+  if (!network_ || !positions_ || positions_->count() != network_->countVertices()) return frame;
+  const std::uint64_t V = network_->countVertices();
+  const std::uint64_t E = network_->countEdges();
+  frame.network = network_;
+  frame.verticesCount = V;
+  frame.edgesCount = E;
+  frame.from = network_->edgeFromList;
+  frame.to = network_->edgeToList;
+  if (network_->isEdgeWeighted()) {
+    if (weightThresholdData_ && weightThresholdData_->size() == E) {
+      frame.weightsOwner = weightThresholdData_;
+      frame.weights = weightThresholdData_->data();
+    } else {
+      frame.weights = network_->edgesWeights;
+    }
+  }
+  if (!selectedVertices_ || selectedVertices_->count() != V) resetSelection();
+  frame.selectedOwner = selectedVertices_;
+  frame.selected = selectedVertices_->data<std::uint8_t>();
+
+  // The layout thread writes the positions as relaxed atomics: copy them.
+  framePositions_.resize(3 * V);
+  positions_->copyPlanesTo(framePositions_.data(), framePositions_.data() + V,
+                           framePositions_.data() + 2 * V);
+  frame.x = framePositions_.data();
+  frame.y = frame.x + V;
+  frame.z = frame.y + V;
+  if (!frame.selecting && colors_ && colors_->count() >= V) {
+    const std::uint64_t n = colors_->count();
+    frameColours_.resize(3 * n);
+    colors_->copyPlanesTo(frameColours_.data(), frameColours_.data() + n,
+                          frameColours_.data() + 2 * n);
+    frame.r = frameColours_.data();
+    frame.g = frame.r + n;
+    frame.b = frame.g + n;
+  }
+  if (hideSpecialVertices() && hiddenVertices_ && hiddenVertices_->count() >= V) {
+    frame.hiddenOwner = hiddenVertices_;
+    frame.hidden = hiddenVertices_->data<std::uint8_t>();
+  }
+  if (filterProperty_ && filterProperty_->size() == V) {
+    frame.filterOwner = filterProperty_;
+    frame.filter = filterProperty_->data();
+  }
+  return frame;
+}
+
+void VXLNetworkView::drawCommands() {
+  std::lock_guard context(contextLock_);
+  if (!selectionMode_) prepareFrame();
+  const Frame frame = takeFrame();
+  if (!frame.selecting) glEnable(GL_BLEND);
+
+  glPushMatrix();
+  if (showNodes()) drawVertexPass(frame);
+  if (showEdges() && !frame.selecting) drawEdgePass(frame);
+  glEnable(GL_DEPTH_TEST);
+  if (!frame.selecting) {
+    glDisable(GL_LIGHTING);
+    glDisable(GL_LIGHT0);
+  }
+  glPopMatrix();
+}
+
+void VXLNetworkView::drawVertexPass(const Frame& frame) {
+  if (!frame.selecting) {
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glEnable(GL_LIGHTING);
+    glEnable(GL_LIGHT0);
+  }
+  glDepthMask(verticesDepthTest() ? GL_TRUE : GL_FALSE);
+  const bool cubes = simpleShapes();
+  const GLuint shape = cubes ? gl_.listCube : gl_.listSphere;
+  const GLuint shell = cubes ? gl_.listCubeHD : gl_.listSphereHD;
+  const scene::Rgb highlight = scene::selectionHighlight(frame.colouring(), frame.background);
+  const bool limit = limitNodes() && frame.filter;
+  const float s = frame.scale;
+
+  // One pushed matrix for all vertices: each translation is relative to the
+  // previous drawn vertex, instead of a push and pop per vertex.
+  glPushMatrix();
+  float px = 0, py = 0, pz = 0;
+  for (std::uint64_t i = 0; i < frame.verticesCount; ++i) {
+    if (limit && !frame.withinFilter(i)) continue;
+    if (frame.hidden && frame.hidden[i]) continue;
+    glTranslatef((frame.x[i] - px) * s, (frame.y[i] - py) * s, (frame.z[i] - pz) * s);
+    px = frame.x[i];
+    py = frame.y[i];
+    pz = frame.z[i];
+    const auto name = static_cast<GLuint>(i);
+    if (frame.selecting) {
+      glLoadName(name);
+    } else if (frame.r) {
+      glColor4f(frame.r[i], frame.g[i], frame.b[i], 1.0f);
+    } else {
+      const scene::Rgb c = scene::kDefaultVertexColour;
+      glColor4f(c.r, c.g, c.b, 1.0f);
+    }
+    glCallList(shape);
+    if (!frame.selected[i]) continue;
+    // A larger, finer, translucent shell over a selected vertex.
+    if (frame.selecting) {
+      glLoadName(name);
+    } else {
+      glColor4f(highlight.r, highlight.g, highlight.b, scene::kHighlightAlpha);
+    }
+    glCallList(shell);
+  }
+  glPopMatrix();
+}
+
+void VXLNetworkView::drawEdgePass(const Frame& frame) {
+  glPushMatrix();
+  const scene::Rgb base = scene::kEdgePassColour;
+  glColor3f(base.r, base.g, base.b);
+  glDisable(GL_LIGHTING);
+  glDisable(GL_LIGHT0);
+  glDepthMask(edgesDepthTest() ? GL_TRUE : GL_FALSE);
+  glEnable(GL_BLEND);
+  const auto blending = blendLines() ? scene::LineBlending::On : scene::LineBlending::Off;
+  // A vector export records a begin-blend marker here once it exists.
+  setEdgeBlend(scene::edgeBlend(blending, frame.background));
+  glLineWidth(lineWidth());  // a vector export also records the width here
+
+  const float intensity = edgesIntensity();
+  const bool limit = limitEdges() && frame.filter;
+  const float s = frame.scale;
+  auto endpoint = [&](std::uint64_t v) {
+    const auto selection =
+        frame.selected[v] ? scene::Selection::Selected : scene::Selection::NotSelected;
+    setColour(scene::edgeEndpointColour(frame.colour(v), selection, blending, frame.background,
+                                        intensity));
+    glVertex3f(frame.x[v] * s, frame.y[v] * s, frame.z[v] * s);
+  };
+
+  glBegin(GL_LINES);
+  for (std::uint64_t k = 0; k < frame.edgesCount; ++k) {
+    if (frame.weights && 0.0f >= frame.weights[k]) continue;
+    const std::uint64_t t = frame.to[k];
+    const std::uint64_t f = frame.from[k];
+    if (limit && (!frame.withinFilter(t) || !frame.withinFilter(f))) continue;
+    if (frame.hidden && (frame.hidden[t] || frame.hidden[f])) continue;
+    endpoint(t);
+    endpoint(f);
+  }
+  glEnd();
+  glPopMatrix();
+}
+
+void VXLNetworkView::reportGlError() {
+  const GLenum error = glGetError();
+  if (error == GL_NO_ERROR) return;
+  const double seconds =
+      std::chrono::duration<double>(std::chrono::steady_clock::now() - startTime_).count();
+  char line[256];
+  std::snprintf(line, sizeof line, "Error: %s (at time: %0.1f secs).",
+                reinterpret_cast<const char*>(gluErrorString(error)), seconds);
+  // The error is also shown over the scene once the text overlays exist.
+  quillo::logLine(line);
+}

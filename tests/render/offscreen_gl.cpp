@@ -1,0 +1,90 @@
+#include "offscreen_gl.h"
+
+#include <GL/gl.h>
+
+namespace gltest {
+namespace {
+
+// One application object for the whole program, made on first use.
+void ensureApplication() {
+  static int argc = 1;
+  static char name[] = "render_gl_tests";
+  static char* argv[] = {name, nullptr};
+  static QGuiApplication* application = new QGuiApplication(argc, argv);
+  (void)application;
+}
+
+}  // namespace
+
+std::shared_ptr<QLOVector3dArray> vectors(const std::vector<Vec3d>& values) {
+  auto array = QLOVector3dArray::initWithSize(values.size(), Precision::Float);
+  for (std::size_t i = 0; i < values.size(); ++i) array->setVector(values[i], i);
+  return array;
+}
+
+std::shared_ptr<QLONetwork> network(std::uint64_t vertices,
+                                    const std::vector<std::array<std::uint64_t, 2>>& edges,
+                                    const std::vector<float>& weights) {
+  NetworkData data;
+  data.verticesCount = vertices;
+  for (const auto& [from, to] : edges) {
+    data.from.push_back(from);
+    data.to.push_back(to);
+  }
+  data.weights = weights;
+  data.edgeWeighted = !weights.empty();
+  return QLONetwork::make(std::move(data));
+}
+
+void install(VXLNetworkView& view, std::shared_ptr<QLONetwork> net,
+             const std::vector<Vec3d>& positions) {
+  view.setNetwork(std::move(net));
+  view.setPositions(vectors(positions));
+}
+
+void OffscreenGL::SetUp() {
+  ensureApplication();
+  QSurfaceFormat format;
+  format.setRenderableType(QSurfaceFormat::OpenGL);
+  format.setProfile(QSurfaceFormat::CompatibilityProfile);
+  format.setVersion(2, 1);
+  format.setDepthBufferSize(24);
+  context_ = std::make_unique<QOpenGLContext>();
+  context_->setFormat(format);
+  ASSERT_TRUE(context_->create());
+  surface_ = std::make_unique<QOffscreenSurface>();
+  surface_->setFormat(context_->format());
+  surface_->create();
+  ASSERT_TRUE(context_->makeCurrent(surface_.get()));
+  ASSERT_TRUE(context_->format().profile() == QSurfaceFormat::CompatibilityProfile ||
+              context_->format().majorVersion() < 3);
+  fbo_ = std::make_unique<QOpenGLFramebufferObject>(kSize, kSize, QOpenGLFramebufferObject::Depth,
+                                                    GLenum(GL_TEXTURE_2D), GLenum(GL_RGBA8));
+  ASSERT_TRUE(fbo_->isValid());
+  ASSERT_TRUE(fbo_->bind());
+}
+
+void OffscreenGL::TearDown() {
+  if (!context_) return;
+  fbo_.reset();
+  context_->doneCurrent();
+  context_.reset();
+  surface_.reset();
+}
+
+void OffscreenGL::prepare(VXLNetworkView& view) {
+  view.initCommands();
+}
+
+Image OffscreenGL::frame(VXLNetworkView& view, int width, int height) {
+  view.drawRect(width, height);
+  Image image;
+  image.width = kSize;
+  image.height = kSize;
+  image.rgba.resize(4 * static_cast<std::size_t>(kSize) * kSize);
+  glPixelStorei(GL_PACK_ALIGNMENT, 1);
+  glReadPixels(0, 0, kSize, kSize, GL_RGBA, GL_UNSIGNED_BYTE, image.rgba.data());
+  return image;
+}
+
+}  // namespace gltest

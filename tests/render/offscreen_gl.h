@@ -1,0 +1,119 @@
+#pragma once
+// What the GL tests share: an off-screen compatibility context with a
+// framebuffer object to draw into, a read-back of its pixels, small networks
+// with chosen positions, and the projection of a point to its pixel through
+// the view's own camera.
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
+#include <QSurfaceFormat>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <memory>
+#include <ostream>
+#include <vector>
+
+#include "render/VXLCamera.h"
+#include "render/VXLNetworkView.h"
+
+namespace gltest {
+
+inline constexpr int kSize = 200;
+
+struct Pixel {
+  int r = 0, g = 0, b = 0, a = 0;
+};
+inline std::ostream& operator<<(std::ostream& os, const Pixel& p) {
+  return os << "(" << p.r << ", " << p.g << ", " << p.b << ", " << p.a << ")";
+}
+
+// 8-bit value of a colour component in [0, 1] (clamped, as GL stores it).
+inline int byte(double v) {
+  return static_cast<int>(std::lround(std::clamp(v, 0.0, 1.0) * 255.0));
+}
+
+// Whether every channel is within `tolerance` of the expected byte values.
+inline bool near(const Pixel& p, const Pixel& expected, int tolerance = 3) {
+  return std::abs(p.r - expected.r) <= tolerance && std::abs(p.g - expected.g) <= tolerance &&
+         std::abs(p.b - expected.b) <= tolerance && std::abs(p.a - expected.a) <= tolerance;
+}
+
+// RGBA rows, bottom row first (GL's window coordinates).
+struct Image {
+  int width = 0;
+  int height = 0;
+  std::vector<std::uint8_t> rgba;
+  Pixel at(int x, int y) const {
+    const std::size_t i = 4 * (static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                               static_cast<std::size_t>(x));
+    return {rgba[i], rgba[i + 1], rgba[i + 2], rgba[i + 3]};
+  }
+};
+
+// Window coordinates (pixels from the lower left corner) of a world point,
+// through the projection and model-view the view's camera gives.
+inline std::array<double, 2> project(const VXLNetworkView& view, const Vec3d& p) {
+  const VXLCamera camera = view.camera();
+  const Matrix4 projection = camera::frustumMatrix(
+      camera::frustum(camera, view.nearClipDistance(), view.farClipDistance()));
+  const Matrix4 modelView =
+      camera::modelView(camera, std::nullopt, view.worldRotation(), view.objectRotation());
+  const Matrix4 m = camera::multiply(projection, modelView);
+  std::array<double, 4> clip{};
+  for (int row = 0; row < 4; ++row) {
+    clip[static_cast<std::size_t>(row)] =
+        m[static_cast<std::size_t>(row)] * p[0] + m[static_cast<std::size_t>(4 + row)] * p[1] +
+        m[static_cast<std::size_t>(8 + row)] * p[2] + m[static_cast<std::size_t>(12 + row)];
+  }
+  return {(clip[0] / clip[3] + 1) * 0.5 * camera.viewWidth,
+          (clip[1] / clip[3] + 1) * 0.5 * camera.viewHeight};
+}
+
+// The pixel a world point projects to.
+inline Pixel pixelAt(const Image& image, const VXLNetworkView& view, const Vec3d& p) {
+  const auto w = project(view, p);
+  return image.at(static_cast<int>(std::floor(w[0])), static_cast<int>(std::floor(w[1])));
+}
+
+// Looks at the origin from (0, 0, distance), without the default tilt.
+inline void lookFrom(VXLNetworkView& view, double distance) {
+  VXLCamera camera = view.camera();
+  camera.position = {0, 0, distance};
+  camera.direction = {-0.0, -0.0, -distance};
+  view.setCamera(camera);
+  view.setWorldRotation({});
+}
+
+// A network of `vertices` vertices and the given edges; weighted when
+// weights are given.
+std::shared_ptr<QLONetwork> network(std::uint64_t vertices,
+                                    const std::vector<std::array<std::uint64_t, 2>>& edges,
+                                    const std::vector<float>& weights = {});
+
+// Installs the network and places vertex i at positions[i].
+void install(VXLNetworkView& view, std::shared_ptr<QLONetwork> network,
+             const std::vector<Vec3d>& positions);
+
+std::shared_ptr<QLOVector3dArray> vectors(const std::vector<Vec3d>& values);
+
+// A fresh compatibility context (2.1 or later, depth 24) made current on an
+// off-screen surface, with a kSize x kSize framebuffer object bound.
+class OffscreenGL : public ::testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+  // Prepares a view for this context (initCommands).
+  static void prepare(VXLNetworkView& view);
+  // Draws one frame of the given size and reads the whole framebuffer back.
+  Image frame(VXLNetworkView& view, int width = kSize, int height = kSize);
+
+  std::unique_ptr<QOffscreenSurface> surface_;
+  std::unique_ptr<QOpenGLContext> context_;
+  std::unique_ptr<QOpenGLFramebufferObject> fbo_;
+};
+
+}  // namespace gltest
