@@ -20,7 +20,7 @@ void VXLNetworkView::setNetwork(std::shared_ptr<QLONetwork> network) {
   if (network == network_) return;
   network_ = std::move(network);
   resetPositions();
-  // The selection of the old network is reset here once selection exists.
+  resetSelection();
 }
 
 std::shared_ptr<QLOVector3dArray> VXLNetworkView::positions() const {

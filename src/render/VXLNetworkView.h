@@ -10,11 +10,15 @@
 // the force passes run on oneTBB's workers. Shared objects are swapped under
 // the view's recursive lock; plain settings are relaxed atomics; position and
 // speed elements are written by the batch as relaxed atomics.
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <span>
 #include <string>
 #include <thread>
 #include <utility>
@@ -24,6 +28,34 @@
 #include "quillo/QLONumberArray.h"
 #include "quillo/QLOVector3dArray.h"
 #include "render/VXLCamera.h"
+
+// Interaction types: the keyboard modifiers held at a mouse event, and the
+// handler told when a vertex's details are shown.
+enum class Modifier : unsigned { Shift = 1, Control = 2, Option = 4 };
+struct Modifiers {
+  unsigned bits = 0;
+  constexpr Modifiers() = default;
+  constexpr Modifiers(Modifier m) : bits(static_cast<unsigned>(m)) {}
+  constexpr bool has(Modifier m) const { return (bits & static_cast<unsigned>(m)) != 0; }
+};
+constexpr Modifiers operator|(Modifiers a, Modifiers b) {
+  Modifiers both;
+  both.bits = a.bits | b.bits;
+  return both;
+}
+constexpr Modifiers operator|(Modifier a, Modifier b) {
+  return Modifiers(a) | Modifiers(b);
+}
+
+class VXLController;
+// Does nothing: replace it by a subclass (from C++ or a script) to react when
+// the view shows a vertex's details (a selection of one vertex or a click).
+class VXLSelectionHandler {
+ public:
+  virtual ~VXLSelectionHandler() = default;
+  virtual void handleSelectionWithController(VXLController* /*controller*/,
+                                             std::uint64_t /*vertexIndex*/) {}
+};
 
 class VXLNetworkView {
  public:
@@ -148,6 +180,44 @@ class VXLNetworkView {
   void setSelectedVertices(const std::vector<std::uint64_t>& indices);
   void resetSelection();
 
+  // --- Selection operations (under the view's lock) ---
+  // Each first replaces a missing mask or one of the wrong count by an
+  // all-zero mask, then ignores an index not below the vertex count. A mask
+  // someone else holds (a frame being drawn) is copied before it changes.
+  // Clears the selection, then selects the vertex alone and shows its details
+  // (an index out of range only clears).
+  void selectVertexWithIndex(std::uint64_t index);
+  void addToSelectionVertexWithIndex(std::uint64_t index);
+  void removeFromSelectionVertexWithIndex(std::uint64_t index);
+  void toggleSelectionOfVertexWithIndex(std::uint64_t index);
+  void selectVertex(const QLOVertex& vertex) { selectVertexWithIndex(vertex.identification()); }
+  void addToSelectionVertex(const QLOVertex& v) {
+    addToSelectionVertexWithIndex(v.identification());
+  }
+  void removeFromSelectionVertex(const QLOVertex& v) {
+    removeFromSelectionVertexWithIndex(v.identification());
+  }
+  void toggleSelectionOfVertex(const QLOVertex& v) {
+    toggleSelectionOfVertexWithIndex(v.identification());
+  }
+  // Selects the vertices whose entry in `mask` is non-zero (entries past the
+  // vertex count are ignored, missing ones count as zero).
+  void setSelectedNodesIndexes(const QLONumberArray& mask);
+  // The selected vertices in increasing order.
+  std::vector<std::uint64_t> selectedIndices() const;
+  // The listing kept from the first design: the vertices of a mask that is out
+  // of step with the network, and nothing while the mask matches the vertex
+  // count (an inverted test, kept as it has always behaved).
+  std::vector<QLOVertex> selectedVertices() const;
+  std::shared_ptr<VXLSelectionHandler> selectionhandler() const;
+  void setSelectionhandler(std::shared_ptr<VXLSelectionHandler> handler);
+  // The controller the handler is given (not owned; null without a window).
+  VXLController* controller() const;
+  void setController(VXLController* controller);
+  // Records the vertex whose details are shown and tells the handler.
+  void updateVertexInfoWithVertex(std::uint64_t index);
+  std::optional<std::uint64_t> vertexInfoIndex() const;
+
   // --- Drawing options (take effect at the next frame) ---
   bool showNodes() const { return options_.showNodes.load(kRelaxed); }
   void setShowNodes(bool value) { options_.showNodes.store(value, kRelaxed); }
@@ -219,6 +289,58 @@ class VXLNetworkView {
   // their name instead of a colour, and no edges are drawn.
   bool selectionMode() const { return selectionMode_; }
   void setSelectionMode(bool value) { selectionMode_ = value; }
+
+  // --- Picking (GL: the caller makes the view's context current) ---
+  // Coordinates are backing pixels with GL's origin, the lower left corner; a
+  // Qt mouse position p maps to (p.x() * ratio, height - p.y() * ratio) with
+  // the widget's devicePixelRatio and height in backing pixels.
+  static constexpr std::uint64_t kNoVertex = ~std::uint64_t{0};
+  // The vertex drawn nearest the viewer within a dx by dy pixel region
+  // centred on (x, y), through the selection buffer; kNoVertex (not below any
+  // vertex count) when no vertex is there.
+  std::uint64_t pickAt(double x, double y, double dx, double dy);
+  // The nearest of `hits` selection records (name count, minimum and maximum
+  // depth, names): the last name of the first record of smallest minimum
+  // depth when that name is below V, else kNoVertex.
+  static std::uint64_t nearestHit(std::span<const std::uint32_t> records, std::int64_t hits,
+                                  std::uint64_t V);
+
+  // --- Mouse and keyboard (plain values; positions as for picking) ---
+  // A press: Control makes it a pan, Option a dolly, else a trackball drag.
+  void mouseDown(double x, double y, Modifiers modifiers);
+  void rightMouseDown(double x, double y);  // pan
+  void otherMouseDown(double x, double y);  // dolly
+  void mouseDragged(double x, double y);    // any button
+  // Ends the drag; a release with no movement after a plain press is a click:
+  // it selects the vertex under the point (Shift toggles it) or clears.
+  void mouseUp(double x, double y);
+  // Dolly by the wheel, or with Shift change the aperture.
+  void scrollWheel(double dx, double dy, double dz, Modifiers modifiers);
+  void mouseMoved(double x, double y);
+  void mouseEntered(double x, double y) { mouseMoved(x, y); }
+  void mouseExited();
+  // Space starts or pauses the layout; other keys (0 for none) do nothing.
+  void keyDown(char32_t firstCharacter);
+  void viewFromTop();
+  void viewFromLeft();
+  void viewFromFront();
+  // Slider actions; each answers the text its field shows ("%.1fx").
+  std::string updateScale(double sliderValue);
+  std::string updateNear(double sliderValue);
+  std::string updateFar(double sliderValue);
+  // One step of the automatic spin, t seconds long.
+  void updateObjectRotationForTimeDelta(double t);
+  // What a click calls to find the vertex under (x, y); pickAt with a 3 by 3
+  // region when unset. A window sets one that makes its context current.
+  using Picker = std::function<std::uint64_t(double x, double y)>;
+  void setPicker(Picker picker);
+  enum class Drag { None, Trackball, Pan, Dolly };
+  Drag drag() const;
+  // The rotation of the trackball drag in progress (angle 0 when none).
+  Rotation trackBallRotation() const;
+  // The last hover point, and whether the mouse hovers with no drag.
+  std::array<double, 2> overPosition() const;
+  bool overVertex() const;
 
  private:
   static constexpr auto kRelaxed = std::memory_order_relaxed;
@@ -308,6 +430,35 @@ class VXLNetworkView {
   bool selectionMode_ = false;
   // Per-frame copies of positions and colours, reused between frames.
   std::vector<float> framePositions_, frameColours_;
+
+  // Selection, picking and interaction state (under lock_).
+  std::shared_ptr<VXLSelectionHandler> selectionHandler_;
+  VXLController* controller_ = nullptr;
+  std::optional<std::uint64_t> vertexInfoIndex_;
+  struct Navigation {
+    Drag drag = Drag::None;
+    camera::Trackball trackball;
+    Rotation trackBallRotation;  // angle 0: none
+    std::array<int, 2> dollyPanStart{0, 0};
+    bool shiftModifier = false;  // at the last plain press
+    bool otherButton = false;    // the last press was not a plain press
+    std::array<double, 2> overPosition{0, 0};
+    bool overVertex = false;
+    camera::Spin spin;
+    Picker picker;
+  } navigation_;
+  // Set when navigation changed the projection; the next frame reloads it.
+  std::atomic<bool> projectionStale_{false};
+  // A valid mask no one else holds, ready to change (lock_ held).
+  QLONumberArray& writableSelection();
+  // The part of a frame's model-view that navigation owns: reloads a stale
+  // projection, restarts the spin's per-frame angles, and answers the
+  // trackball rotation in progress.
+  std::optional<Rotation> navigationForFrame();
+  std::optional<Rotation> dragRotation() const;
+  void foldTrackballRotation();  // lock_ held
+  void startPanOrDolly(Drag drag, double x, double y);
+  void clickedVertex(std::uint64_t picked);
 
   Frame takeFrame();
   void resizeGL(int width, int height);

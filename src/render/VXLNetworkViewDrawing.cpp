@@ -185,9 +185,9 @@ void VXLNetworkView::updateProjection() {
 }
 
 void VXLNetworkView::updateModelView() {
-  // The rotation of a trackball drag in progress joins here once the mouse
-  // handling exists.
-  const Matrix4 view = camera::modelView(camera(), std::nullopt, worldRotation(), objectRotation());
+  // The rotation of a trackball drag in progress joins before the world's.
+  const Matrix4 view =
+      camera::modelView(camera(), navigationForFrame(), worldRotation(), objectRotation());
   glMatrixMode(GL_MODELVIEW);
   glLoadMatrixd(view.data());
 }

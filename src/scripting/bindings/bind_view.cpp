@@ -1,5 +1,6 @@
 // Python access to the network view without a window: install a network,
-// set the constants, step the layout and read positions and speeds.
+// set the constants, step the layout, read positions and speeds, and select
+// vertices.
 #include <pybind11/numpy.h>
 #include <pybind11/stl.h>
 
@@ -116,6 +117,59 @@ void bindView(py::module_& m) {
            &VXLNetworkView::setAlphaChannel);
   constant(cls, "hideSpecialVertices", "setHideSpecialVertices",
            &VXLNetworkView::hideSpecialVertices, &VXLNetworkView::setHideSpecialVertices);
+
+  // Selection and picking.
+  cls.def("resetSelection", &VXLNetworkView::resetSelection);
+  cls.def("selectVertexWithIndex", &VXLNetworkView::selectVertexWithIndex, py::arg("index"),
+          "Selects the vertex alone (an index out of range only clears).");
+  cls.def("addToSelectionVertexWithIndex", &VXLNetworkView::addToSelectionVertexWithIndex,
+          py::arg("index"));
+  cls.def("removeFromSelectionVertexWithIndex", &VXLNetworkView::removeFromSelectionVertexWithIndex,
+          py::arg("index"));
+  cls.def("toggleSelectionOfVertexWithIndex", &VXLNetworkView::toggleSelectionOfVertexWithIndex,
+          py::arg("index"));
+  cls.def("selectVertex", &VXLNetworkView::selectVertex, py::arg("vertex"));
+  cls.def("addToSelectionVertex", &VXLNetworkView::addToSelectionVertex, py::arg("vertex"));
+  cls.def("removeFromSelectionVertex", &VXLNetworkView::removeFromSelectionVertex,
+          py::arg("vertex"));
+  cls.def("toggleSelectionOfVertex", &VXLNetworkView::toggleSelectionOfVertex, py::arg("vertex"));
+  cls.def(
+      "setSelectedVertices",
+      [](VXLNetworkView& view, const std::vector<QLOVertex>& vertices) {
+        std::vector<std::uint64_t> indices;
+        indices.reserve(vertices.size());
+        for (const QLOVertex& v : vertices) indices.push_back(v.identification());
+        view.setSelectedVertices(indices);
+      },
+      py::arg("vertices"), "Selects exactly these vertices.");
+  cls.def("setSelectedVertices", &VXLNetworkView::setSelectedVertices, py::arg("indices"),
+          "Selects exactly the vertices of these indices (past the end: ignored).");
+  cls.def("setSelectedNodesIndexes", &VXLNetworkView::setSelectedNodesIndexes, py::arg("mask"),
+          "Selects the vertices whose entry in the mask is not zero.");
+  cls.def("selectedNodesIndexes", &VXLNetworkView::selectedNodesIndexes,
+          "The selection mask as it is now (later changes go to a new mask).");
+  cls.def("selectedIndices", &VXLNetworkView::selectedIndices,
+          "The selected vertex indices, in increasing order, as a list.");
+  cls.def(
+      "selectedIndicesArray",
+      [](const VXLNetworkView& view) {
+        const std::vector<std::uint64_t> indices = view.selectedIndices();
+        return py::array_t<std::uint64_t>(static_cast<py::ssize_t>(indices.size()), indices.data());
+      },
+      "The selected vertex indices as a fresh numpy array.");
+  cls.def("selectedVertices", &VXLNetworkView::selectedVertices,
+          "The vertices of a mask out of step with the network; empty while it matches.");
+  cls.def("vertexInfoIndex", &VXLNetworkView::vertexInfoIndex,
+          "The vertex whose details are shown, or None.");
+  cls.def(
+      "pickAt",
+      [](VXLNetworkView& view, double x, double y, double dx, double dy) -> std::int64_t {
+        const std::uint64_t picked = view.pickAt(x, y, dx, dy);
+        return picked == VXLNetworkView::kNoVertex ? -1 : static_cast<std::int64_t>(picked);
+      },
+      py::arg("x"), py::arg("y"), py::arg("dx") = 3.0, py::arg("dy") = 3.0,
+      "The vertex nearest the viewer in a dx by dy pixel region around (x, y) (backing pixels, "
+      "origin lower left), or -1. Needs the view's GL context current.");
 
   m.def("getMaxMinValuesForPropertyOfNetwork", &filter::getMaxMinValuesForPropertyOfNetwork,
         py::arg("network"), py::arg("name"),

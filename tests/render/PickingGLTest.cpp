@@ -1,0 +1,147 @@
+// Picking through GL's selection buffer, clicks that pick for real, and the
+// drag rotation in the drawn frame.
+#include <functional>
+
+#include "offscreen_gl.h"
+
+namespace {
+
+using namespace gltest;
+
+class Picking : public OffscreenGL {
+ protected:
+  // Draws one frame first: picking uses the size and camera the frame set.
+  void show(VXLNetworkView& view, double distance = 20) {
+    prepare(view);
+    lookFrom(view, distance);
+    frame(view);
+  }
+  static std::uint64_t pickOver(VXLNetworkView& view, const Vec3d& p) {
+    const auto w = project(view, p);
+    return view.pickAt(w[0], w[1], 3, 3);
+  }
+};
+
+TEST_F(Picking, NearerOfOverlappingVerticesUnlessItIsNotDrawn) {
+  // Vertex `near` at z = 2 covers vertex `far` at z = 0 from the eye at z = 20.
+  struct Case {
+    const char* name;
+    std::uint64_t nearIndex;
+    std::function<void(VXLNetworkView&)> setUp;
+    bool nearDrawn;
+  };
+  auto hideNear = [](std::uint64_t nearIndex) {
+    return [nearIndex](VXLNetworkView& view) {
+      auto mask = QLONumberArray::initWithCount(3, NumberType::Bool);
+      mask->setBoolValue(true, nearIndex);
+      view.setHiddenVertices(mask);
+      view.setHideSpecialVertices(true);
+    };
+  };
+  auto filterNear = [](VXLNetworkView& view) {
+    // Degrees: vertex 0 has 2, the others 1; the range keeps degree 1 only.
+    view.setLimitNodes(true);
+    view.prepareFrame();
+    view.setMaxFilterProperty(1.5f);
+  };
+  const Case cases[] = {
+      {"near drawn first", 0, [](VXLNetworkView&) {}, true},
+      {"near drawn last", 1, [](VXLNetworkView&) {}, true},
+      {"near selected", 1, [](VXLNetworkView& v) { v.setSelectedVertices({1}); }, true},
+      {"near hidden", 1, hideNear(1), false},
+      {"near hidden, drawn first", 0, hideNear(0), false},
+      {"near filtered out", 0, filterNear, false},
+  };
+  for (const Case& c : cases) {
+    VXLNetworkView view;
+    const std::uint64_t farIndex = 1 - c.nearIndex;
+    std::vector<Vec3d> positions(3, Vec3d{8, 8, 0});
+    positions[c.nearIndex] = {0, 0, 2};
+    positions[farIndex] = {0, 0, 0};
+    // Vertex 0 has degree 2, so the filter removes it wherever it sits.
+    install(view, network(3, {{0, 1}, {0, 2}}), positions);
+    c.setUp(view);
+    show(view);
+    EXPECT_EQ(pickOver(view, {0, 0, 0}), c.nearDrawn ? c.nearIndex : farIndex) << c.name;
+    EXPECT_EQ(pickOver(view, {8, 8, 0}), 2u) << c.name;
+  }
+}
+
+TEST_F(Picking, EmptySpaceAnswersNoVertex) {
+  VXLNetworkView view;
+  install(view, network(2, {{0, 1}}), {{-3, 0, 0}, {3, 0, 0}});
+  show(view);
+  // Between the vertices, on their edge (edges are not picked), and a corner.
+  EXPECT_GE(pickOver(view, {0, 0, 0}), 2u);
+  EXPECT_GE(view.pickAt(1, 1, 3, 3), 2u);
+  EXPECT_EQ(pickOver(view, {3, 0, 0}), 1u);
+  // A region wide enough to reach a vertex finds it.
+  const auto mid = project(view, {0, 0, 0});
+  EXPECT_LT(view.pickAt(mid[0], mid[1], kSize / 2, 10), 2u);
+}
+
+TEST_F(Picking, SelectedVertexIsPickedOnItsShellToo) {
+  // Between the sphere (radius 0.7) and the shell (radius 0.8).
+  const Vec3d rim{0.76, 0, 0};
+  for (bool selected : {false, true}) {
+    VXLNetworkView view;
+    install(view, network(2, {}), {{-20, 0, 0}, {0, 0, 0}});
+    if (selected) view.setSelectedVertices({1});
+    show(view, 3);
+    const auto w = project(view, rim);
+    EXPECT_EQ(view.pickAt(w[0], w[1], 1, 1), selected ? 1u : VXLNetworkView::kNoVertex) << selected;
+    EXPECT_EQ(pickOver(view, {0, 0, 0}), 1u) << selected;
+  }
+}
+
+TEST_F(Picking, ClickSelectsThroughThePick) {
+  VXLNetworkView view;
+  install(view, network(3, {}), {{-4, 0, 0}, {0, 0, 0}, {4, 0, 0}});
+  show(view);
+  auto click = [&](const Vec3d& p, Modifiers modifiers) {
+    const auto w = project(view, p);
+    view.mouseDown(w[0], w[1], modifiers);
+    view.mouseUp(w[0], w[1]);
+  };
+  using Indices = std::vector<std::uint64_t>;
+  click({4, 0, 0}, {});
+  EXPECT_EQ(view.selectedIndices(), Indices{2});
+  click({-4, 0, 0}, Modifier::Shift);
+  EXPECT_EQ(view.selectedIndices(), (Indices{0, 2}));
+  click({0, 0, 0}, Modifier::Control);
+  EXPECT_EQ(view.selectedIndices(), (Indices{0, 2}));
+  click({0, 3, 0}, {});
+  EXPECT_TRUE(view.selectedIndices().empty());
+}
+
+TEST_F(Picking, DragRotationShowsOnlyWhileDragging) {
+  VXLNetworkView view;
+  install(view, network(1, {}), {{5, 0, 0}});
+  show(view);
+  const auto atRest = project(view, {5, 0, 0});
+  ASSERT_EQ(view.pickAt(atRest[0], atRest[1], 3, 3), 0u);
+
+  // A long horizontal drag turns the scene about the vertical axis.
+  view.mouseDown(kSize / 2, kSize / 2, {});
+  view.mouseDragged(kSize / 2 + 70, kSize / 2);
+  const Rotation drag = view.trackBallRotation();
+  ASSERT_GT(drag.angle, 20.0f);
+  const Image dragged = frame(view);
+  // Where the drag rotation (before the world's) carries the vertex.
+  const Matrix4 turn = camera::rotationMatrix(drag);
+  const Vec3d moved{turn[0] * 5, turn[1] * 5, turn[2] * 5};
+  EXPECT_FALSE(near(pixelAt(dragged, view, moved), {255, 255, 255, 255}, 0));
+  EXPECT_TRUE(near(dragged.at(static_cast<int>(atRest[0]), static_cast<int>(atRest[1])),
+                   {255, 255, 255, 255}, 0));
+  EXPECT_EQ(view.pickAt(atRest[0], atRest[1], 3, 3), VXLNetworkView::kNoVertex);
+
+  // Released, the rotation lives on in the world rotation.
+  view.mouseUp(kSize / 2 + 70, kSize / 2);
+  const Image released = frame(view);
+  const auto w = project(view, {5, 0, 0});
+  EXPECT_FALSE(
+      near(released.at(static_cast<int>(w[0]), static_cast<int>(w[1])), {255, 255, 255, 255}, 0));
+  EXPECT_EQ(view.pickAt(w[0], w[1], 3, 3), 0u);
+}
+
+}  // namespace
