@@ -1,0 +1,168 @@
+#include "ui/NetworkViewWidget.h"
+
+#include <QAction>
+#include <QEnterEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+#include <chrono>
+
+#include "ui/glformat.h"
+#include "ui/viewinput.h"
+
+namespace ui {
+
+namespace {
+
+// 1/60 s, as close as the timer's whole milliseconds allow.
+constexpr std::chrono::milliseconds kTickInterval{1000 / 60};
+// The square around a click searched for a vertex, in backing pixels.
+constexpr double kPickRegion = 3.0;
+
+}  // namespace
+
+NetworkViewWidget::NetworkViewWidget(std::shared_ptr<VXLNetworkView> view, QWidget* parent)
+    : QOpenGLWidget(parent), view_(view ? std::move(view) : std::make_shared<VXLNetworkView>()) {
+  setFormat(viewSurfaceFormat());
+  setFocusPolicy(Qt::StrongFocus);
+  setMouseTracking(true);  // the view hears moves without a button held
+  view_->setPicker([this](double x, double y) { return pick(x, y); });
+
+  startPause_ = new QAction(tr("Start/Pause"), this);
+  startPause_->setCheckable(true);
+  startPause_->setShortcut(Qt::Key_Space);
+  startPause_->setShortcutContext(Qt::WindowShortcut);
+  addAction(startPause_);
+  // triggered (not toggled): the check mark follows the view, not the click.
+  connect(startPause_, &QAction::triggered, this, [this] { toggleStartPause(); });
+
+  timer_.setTimerType(Qt::PreciseTimer);
+  timer_.setInterval(kTickInterval);
+  connect(&timer_, &QTimer::timeout, this, &NetworkViewWidget::tick);
+  timer_.start();
+  start();
+}
+
+NetworkViewWidget::~NetworkViewWidget() {
+  // The view may outlive the widget; its picks must not reach this context.
+  // (Its GL objects die with the context; its last owner stops the layout.)
+  view_->setPicker(nullptr);
+}
+
+QSize NetworkViewWidget::pixelSize() const {
+  return toDevicePixels(size(), devicePixelRatioF());
+}
+
+void NetworkViewWidget::start() {
+  view_->start();
+  showRunning();
+}
+
+void NetworkViewWidget::pause() {
+  view_->pause();
+  showRunning();
+}
+
+void NetworkViewWidget::toggleStartPause() {
+  view_->toggleStartPause();
+  showRunning();
+}
+
+void NetworkViewWidget::showRunning() {
+  const bool running = view_->fAnimate();
+  startPause_->setChecked(running);
+  emit runningChanged(running);
+}
+
+void NetworkViewWidget::initializeGL() {
+  view_->initCommands();
+}
+
+void NetworkViewWidget::paintGL() {
+  // Qt has bound the widget's framebuffer; the view draws into whatever is
+  // bound and never binds one of its own.
+  const QSize pixels = pixelSize();
+  view_->drawRect(pixels.width(), pixels.height());
+}
+
+void NetworkViewWidget::tick() {
+  // The view's tick does a frame's preparation and starts a layout batch;
+  // the frame itself is drawn once, in the paintGL that update() schedules
+  // (updates coalesce, so a slow frame is skipped rather than queued).
+  view_->animationTimer();
+  update();
+}
+
+std::array<double, 2> NetworkViewWidget::backing(QPointF position) const {
+  const BackingPoint p = toBackingPixels(position, devicePixelRatioF(), pixelSize().height());
+  return {p.x, p.y};
+}
+
+std::uint64_t NetworkViewWidget::pick(double x, double y) {
+  // Picking draws in selection mode, which needs this widget's context.
+  makeCurrent();
+  const std::uint64_t picked = view_->pickAt(x, y, kPickRegion, kPickRegion);
+  doneCurrent();
+  return picked;
+}
+
+void NetworkViewWidget::mousePressEvent(QMouseEvent* event) {
+  const auto [x, y] = backing(event->position());
+  switch (event->button()) {
+    case Qt::LeftButton:
+      view_->mouseDown(x, y, toViewModifiers(event->modifiers()));
+      break;
+    case Qt::RightButton:
+      view_->rightMouseDown(x, y);
+      break;
+    default:
+      view_->otherMouseDown(x, y);
+      break;
+  }
+  update();
+}
+
+void NetworkViewWidget::mouseMoveEvent(QMouseEvent* event) {
+  const auto [x, y] = backing(event->position());
+  if (event->buttons() == Qt::NoButton) {
+    view_->mouseMoved(x, y);
+  } else {
+    view_->mouseDragged(x, y);
+  }
+  update();
+}
+
+void NetworkViewWidget::mouseReleaseEvent(QMouseEvent* event) {
+  const auto [x, y] = backing(event->position());
+  view_->mouseUp(x, y);
+  update();
+}
+
+void NetworkViewWidget::wheelEvent(QWheelEvent* event) {
+  const WheelSteps steps = toWheelSteps(event->angleDelta());
+  view_->scrollWheel(steps.dx, steps.dy, 0.0, toViewModifiers(event->modifiers()));
+  event->accept();
+  update();
+}
+
+void NetworkViewWidget::enterEvent(QEnterEvent* event) {
+  const auto [x, y] = backing(event->position());
+  view_->mouseEntered(x, y);
+}
+
+void NetworkViewWidget::leaveEvent(QEvent* /*event*/) {
+  view_->mouseExited();
+}
+
+void NetworkViewWidget::keyPressEvent(QKeyEvent* event) {
+  // Space reaches the Start/Pause action before it gets here.
+  const char32_t character = firstCharacter(event->text());
+  if (character == 0) {
+    QOpenGLWidget::keyPressEvent(event);
+    return;
+  }
+  view_->keyDown(character);
+  update();
+}
+
+}  // namespace ui

@@ -1,0 +1,17 @@
+#pragma once
+// One frame of the network view without a window: an off-screen surface, a
+// context of the view's format and a multisampled framebuffer object. Needs
+// a QGuiApplication.
+#include <QImage>
+#include <QSize>
+#include <string>
+
+class VXLNetworkView;
+
+namespace ui {
+
+// The frame as an image of `size` pixels, or a null image with the reason
+// in `error` when no GL context or framebuffer could be made.
+QImage renderSnapshot(VXLNetworkView& view, QSize size, std::string& error);
+
+}  // namespace ui

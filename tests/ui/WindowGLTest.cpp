@@ -1,0 +1,264 @@
+// The real main window under a display: it shows the network in the default
+// vertex colours and lays it out while open, Space and the menu start and
+// pause the layout, mouse events reach the view, and the status bar counts
+// follow the network.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QMenuBar>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTest>
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "application.h"
+#include "render/scenecolours.h"
+#include "ui/MainWindow.h"
+#include "ui/NetworkViewWidget.h"
+
+namespace {
+
+using uitest::processEventsUntil;
+
+std::vector<Vec3d> positionsOf(const VXLNetworkView& view) {
+  const auto positions = view.positions();
+  std::vector<Vec3d> out;
+  for (std::uint64_t i = 0; i < positions->count(); ++i) out.push_back(positions->vectorAtIndex(i));
+  return out;
+}
+
+// How many vertices moved by more than a small distance.
+std::size_t movedCount(const std::vector<Vec3d>& before, const std::vector<Vec3d>& after) {
+  std::size_t moved = 0;
+  for (std::size_t i = 0; i < std::min(before.size(), after.size()); ++i) {
+    const double d = std::hypot(after[i][0] - before[i][0], after[i][1] - before[i][1],
+                                after[i][2] - before[i][2]);
+    if (d > 1e-3) ++moved;
+  }
+  return moved;
+}
+
+// Whether a pixel is a shade of the default vertex colour: its channels in
+// the same order and with the same spread as that colour's, however lit.
+bool inVertexColourFamily(QRgb pixel) {
+  constexpr scene::Rgb c = scene::kDefaultVertexColour;
+  const double r = qRed(pixel), g = qGreen(pixel), b = qBlue(pixel);
+  if (!(r > g && g > b) || r - b < 30) return false;
+  const double where = (g - b) / (r - b);  // where green sits between blue and red
+  const double expected = (c.g - c.b) / (c.r - c.b);
+  return std::abs(where - expected) < 0.2;
+}
+
+struct Census {
+  double background = 0;  // share of pure background pixels
+  double family = 0;      // share of the others in the vertex colour family
+};
+
+Census census(const QImage& image) {
+  std::size_t background = 0, family = 0, total = 0;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      const QRgb p = image.pixel(x, y);
+      ++total;
+      if (qRed(p) == 255 && qGreen(p) == 255 && qBlue(p) == 255) {
+        ++background;
+      } else if (inVertexColourFamily(p)) {
+        ++family;
+      }
+    }
+  }
+  const double others = static_cast<double>(total - background);
+  return {static_cast<double>(background) / static_cast<double>(total),
+          others > 0 ? static_cast<double>(family) / others : 0.0};
+}
+
+class Window : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    uitest::ensureApplication();
+    network_ = QLONetwork::initRandomNetworkWithNumberOfVertices(600, 4.0);
+    window_ = std::make_unique<ui::MainWindow>(network_, QStringLiteral("test network"));
+    window_->resize(640, 480);
+    window_->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
+    window_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+  }
+  void TearDown() override { window_.reset(); }
+
+  ui::NetworkViewWidget& widget() { return *window_->networkView(); }
+  VXLNetworkView& view() { return widget().view(); }
+
+  // The View menu's action of this text.
+  QAction* viewMenuAction(const QString& text) {
+    for (QAction* menu : window_->menuBar()->actions()) {
+      if (!menu->menu()) continue;
+      for (QAction* action : menu->menu()->actions()) {
+        if (action->text().remove('&') == text) return action;
+      }
+    }
+    return nullptr;
+  }
+
+  std::shared_ptr<QLONetwork> network_;
+  std::unique_ptr<ui::MainWindow> window_;
+};
+
+TEST_F(Window, ShowsTheNetworkAndLaysItOutWhileOpen) {
+  EXPECT_TRUE(view().fAnimate()) << "the layout runs when the window opens";
+  EXPECT_EQ(view().network(), network_);
+  ASSERT_TRUE(processEventsUntil([&] { return view().camera().viewWidth > 0; }));
+  const QImage first = widget().grabFramebuffer();
+  const std::vector<Vec3d> start = positionsOf(view());
+
+  // Let the layout run for a while (the timer starts its batches).
+  QTest::qWait(1000);
+  EXPECT_TRUE(processEventsUntil(
+      [&] { return movedCount(start, positionsOf(view())) > start.size() / 2; }));
+  const QImage shot = widget().grabFramebuffer();
+  const QString file = QStringLiteral(PLEXVIEW_TEST_OUTPUT "/window-screenshot.png");
+  EXPECT_TRUE(shot.save(file)) << file.toStdString();
+
+  // The frame fills the widget's backing pixels and the camera knows it.
+  EXPECT_EQ(shot.size(), widget().pixelSize());
+  EXPECT_EQ(view().camera().viewWidth, widget().pixelSize().width());
+  EXPECT_EQ(view().camera().viewHeight, widget().pixelSize().height());
+  const Census seen = census(shot);
+  EXPECT_GT(1 - seen.background, 0.05) << "too little is drawn";
+  EXPECT_GT(seen.family, 0.6) << "the drawing is not in the vertex colours";
+  EXPECT_NE(first, shot) << "the picture did not follow the layout";
+}
+
+TEST_F(Window, SpaceAndTheMenuStartAndPauseTheLayout) {
+  QAction* menuItem = viewMenuAction(QStringLiteral("Start/Pause"));
+  ASSERT_TRUE(menuItem);
+  EXPECT_EQ(menuItem->shortcut(), QKeySequence(Qt::Key_Space));
+  QSignalSpy changes(&widget(), &ui::NetworkViewWidget::runningChanged);
+
+  struct Step {
+    const char* how;
+    bool runningAfter;
+  };
+  const Step steps[] = {
+      {"space", false}, {"space", true}, {"menu", false}, {"menu", true}, {"space", false}};
+  for (const Step& step : steps) {
+    if (std::string(step.how) == "space") {
+      QTest::keyClick(&widget(), Qt::Key_Space);
+    } else {
+      menuItem->trigger();
+    }
+    EXPECT_EQ(view().fAnimate(), step.runningAfter) << step.how;
+    EXPECT_EQ(menuItem->isChecked(), step.runningAfter) << step.how;
+  }
+  EXPECT_EQ(changes.count(), static_cast<int>(std::size(steps)));
+
+  // Paused, the ticks go on drawing but start no layout steps.
+  view().waitForBatch();
+  const std::vector<Vec3d> paused = positionsOf(view());
+  QTest::qWait(300);
+  EXPECT_EQ(movedCount(paused, positionsOf(view())), 0u);
+}
+
+TEST_F(Window, MouseAndWheelReachTheView) {
+  widget().pause();
+  ASSERT_TRUE(processEventsUntil([&] { return view().camera().viewWidth > 0; }));
+  const QPoint centre = widget().rect().center();
+
+  // A left drag turns the world (a trackball), settled when the button lifts.
+  const Rotation before = view().worldRotation();
+  QTest::mousePress(&widget(), Qt::LeftButton, Qt::NoModifier, centre);
+  QMouseEvent move(QEvent::MouseMove, QPointF(centre + QPoint(80, 30)),
+                   widget().mapToGlobal(QPointF(centre + QPoint(80, 30))), Qt::NoButton,
+                   Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&widget(), &move);
+  EXPECT_EQ(view().drag(), VXLNetworkView::Drag::Trackball);
+  QTest::mouseRelease(&widget(), Qt::LeftButton, Qt::NoModifier, centre + QPoint(80, 30));
+  EXPECT_EQ(view().drag(), VXLNetworkView::Drag::None);
+  EXPECT_NE(view().worldRotation(), before);
+
+  // The right button pans and the middle one dollies.
+  QTest::mousePress(&widget(), Qt::RightButton, Qt::NoModifier, centre);
+  EXPECT_EQ(view().drag(), VXLNetworkView::Drag::Pan);
+  QTest::mouseRelease(&widget(), Qt::RightButton, Qt::NoModifier, centre);
+  QTest::mousePress(&widget(), Qt::MiddleButton, Qt::NoModifier, centre);
+  EXPECT_EQ(view().drag(), VXLNetworkView::Drag::Dolly);
+  QTest::mouseRelease(&widget(), Qt::MiddleButton, Qt::NoModifier, centre);
+  // Control with the left button pans too.
+  QTest::mousePress(&widget(), Qt::LeftButton, Qt::ControlModifier, centre);
+  EXPECT_EQ(view().drag(), VXLNetworkView::Drag::Pan);
+  QTest::mouseRelease(&widget(), Qt::LeftButton, Qt::ControlModifier, centre);
+
+  // A hover is recorded in backing pixels from the bottom left.
+  const QPoint hover(30, 40);
+  QTest::mouseMove(&widget(), hover);
+  ASSERT_TRUE(processEventsUntil([&] { return view().overPosition()[0] != 0; }));
+  const double ratio = widget().devicePixelRatioF();
+  EXPECT_DOUBLE_EQ(view().overPosition()[0], hover.x() * ratio);
+  EXPECT_DOUBLE_EQ(view().overPosition()[1], widget().pixelSize().height() - hover.y() * ratio);
+
+  // The wheel moves the camera.
+  const VXLCamera camera = view().camera();
+  QWheelEvent wheel(QPointF(centre), widget().mapToGlobal(QPointF(centre)), QPoint(),
+                    QPoint(0, 240), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&widget(), &wheel);
+  EXPECT_NE(view().camera().position, camera.position);
+}
+
+TEST_F(Window, AClickOnAVertexSelectsIt) {
+  widget().pause();
+  // One vertex at the origin, which the camera looks at: it covers the
+  // middle of the window, and a click in an empty corner clears.
+  NetworkData data;
+  data.verticesCount = 1;
+  auto single = QLONetwork::make(std::move(data));
+  window_->setNetwork(single, QStringLiteral("one vertex"));
+  auto origin = QLOVector3dArray::initWithSize(1, Precision::Float);
+  origin->setVector({0, 0, 0}, 0);
+  view().setPositions(origin);
+  ASSERT_TRUE(processEventsUntil([&] { return view().camera().viewWidth > 0; }));
+  widget().grabFramebuffer();  // a frame with this network
+
+  QTest::mouseClick(&widget(), Qt::LeftButton, Qt::NoModifier, widget().rect().center());
+  EXPECT_EQ(view().selectedIndices(), std::vector<std::uint64_t>{0});
+  QTest::mouseClick(&widget(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+  EXPECT_TRUE(view().selectedIndices().empty());
+}
+
+TEST_F(Window, StatusBarCountsFollowTheNetwork) {
+  // "V vertices, E edges" (singular for one), read back as numbers.
+  const QRegularExpression pattern(
+      QStringLiteral("^(\\d+) (vertex|vertices), (\\d+) (edge|edges)$"));
+  auto check = [&](const QLONetwork& network) {
+    const QRegularExpressionMatch match = pattern.match(window_->countsText());
+    ASSERT_TRUE(match.hasMatch()) << window_->countsText().toStdString();
+    EXPECT_EQ(match.captured(1).toULongLong(), network.countVertices());
+    EXPECT_EQ(match.captured(3).toULongLong(), network.countEdges());
+    EXPECT_EQ(match.captured(2) == QStringLiteral("vertex"), network.countVertices() == 1);
+    EXPECT_EQ(match.captured(4) == QStringLiteral("edge"), network.countEdges() == 1);
+  };
+  check(*network_);
+
+  NetworkData data;
+  data.verticesCount = 1;
+  data.from = {0};
+  data.to = {0};
+  auto loop = QLONetwork::make(std::move(data));
+  ASSERT_TRUE(loop);
+  window_->setNetwork(loop, QStringLiteral("a loop"));
+  check(*loop);
+  EXPECT_TRUE(window_->windowTitle().contains(QStringLiteral("a loop")));
+
+  // File > New Generated Network replaces the network and the counts.
+  QAction* generate = viewMenuAction(QStringLiteral("New Generated Network"));
+  ASSERT_TRUE(generate);
+  generate->trigger();
+  const auto generated = view().network();
+  ASSERT_TRUE(generated);
+  EXPECT_NE(generated, loop);
+  EXPECT_GT(generated->countVertices(), 1u);
+  check(*generated);
+}
+
+}  // namespace
