@@ -29,6 +29,8 @@
 #include "quillo/QLOVector3dArray.h"
 #include "render/VXLCamera.h"
 
+class GLString;
+
 // Interaction types: the keyboard modifiers held at a mouse event, and the
 // handler told when a vertex's details are shown.
 enum class Modifier : unsigned { Shift = 1, Control = 2, Option = 4 };
@@ -341,6 +343,72 @@ class VXLNetworkView {
   // The last hover point, and whether the mouse hovers with no drag.
   std::array<double, 2> overPosition() const;
   bool overVertex() const;
+
+  // --- Text overlays (VXLNetworkViewOverlays.cpp) ---
+  // Camera line, general information, vertex details, message, GL error and
+  // capability report, drawn over the scene by drawInfo. The texts are kept
+  // under the lock; their textures are made and drawn by drawing code only.
+  static constexpr double gMsgPresistance = 3.0;  // seconds a message or an error shows
+  // The intensity of a text set `setAt` seconds after start, `now` seconds
+  // after start: 0.3 fading to nothing over gMsgPresistance, then none.
+  static std::optional<float> fadeIntensity(double now, double setAt);
+  // The camera text may be kept only when the camera equals the saved copy
+  // and all four worldRotation components are 0 (rare: it is nearly always
+  // rebuilt).
+  static bool cameraTextCurrent(const std::optional<VXLCamera>& saved, const VXLCamera& camera,
+                                const Rotation& worldRotation);
+  static std::string cameraText(const VXLCamera& camera, const Rotation& worldRotation);
+  // Name, degree and the properties (but Name, Position, Color) by key.
+  static std::string vertexDetailsText(const QLOVertex& vertex);
+  std::string networkName() const;
+  void setNetworkName(const std::string& name);  // rebuilds the information text
+  void updateCameraString();                     // after each projection or model-view load
+  void updateInfoString();
+  // The surface changed: shows "update at ..." and refreshes the information
+  // text and the capability report.
+  void update();
+  std::string cameraString() const;
+  std::string infoString() const;
+  std::string vertexInfoString() const;
+  std::string messageString() const;
+  std::string errorString() const;
+  // The capability report of the current GL context (read again whenever one
+  // is current), else the last one read; empty if none was ever read.
+  std::string capabilitiesText();
+  bool cameraInfo() const { return overlays_.cameraInfo.load(kRelaxed); }
+  void setCameraInfo(bool value) { overlays_.cameraInfo.store(value, kRelaxed); }
+  bool generalInfo() const { return overlays_.generalInfo.load(kRelaxed); }
+  void setGeneralInfo(bool value) { overlays_.generalInfo.store(value, kRelaxed); }
+  bool vertexInfo() const { return overlays_.vertexInfo.load(kRelaxed); }
+  void setVertexInfo(bool value) { overlays_.vertexInfo.store(value, kRelaxed); }
+  bool fDrawCaps() const { return overlays_.drawCaps.load(kRelaxed); }
+  void setFDrawCaps(bool value) { overlays_.drawCaps.store(value, kRelaxed); }
+  // Whether drawRect draws the texts at all: off until the hosting window
+  // turns it on, so headless frames show the scene alone.
+  bool fInfo() const { return overlays_.info.load(kRelaxed); }
+  void setFInfo(bool value) { overlays_.info.store(value, kRelaxed); }
+  // The legend's height factor (its height follows it and the view's).
+  float legendsHeight() const { return overlays_.legendsHeight.load(kRelaxed); }
+  void setLegendsHeight(float value) { overlays_.legendsHeight.store(value, kRelaxed); }
+  // GL: draws the enabled texts in pixel coordinates over the viewport.
+  void drawInfo();
+
+ private:
+  struct Overlays {
+    std::string cameraText, infoText, detailsText, errorText, networkName,
+        capabilities;                            // under lock_
+    std::string messageText = "No messages...";  // under lock_
+    double msgTime = 0;                          // under lock_
+    std::optional<double> errorTime;             // under lock_
+    std::optional<VXLCamera> savedCamera;        // under lock_
+    std::atomic<bool> cameraInfo{false}, generalInfo{false}, vertexInfo{true};
+    std::atomic<bool> drawCaps{false}, info{false};  // a window turns info on
+    std::atomic<float> legendsHeight{1.0f};
+    // Textures, made on first draw (drawing only); shared_ptr keeps the
+    // view's destructor free of GLString's definition.
+    std::shared_ptr<GLString> camTex, infoTex, vertexTex, msgTex, errTex, capsTex;
+  } overlays_;
+  double secondsSinceStart() const;
 
  private:
   static constexpr auto kRelaxed = std::memory_order_relaxed;

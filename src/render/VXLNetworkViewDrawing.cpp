@@ -172,7 +172,7 @@ void VXLNetworkView::resizeCommands(int width, int height) {
   }
   glViewport(0, 0, width, height);
   updateProjection();
-  // The info string is rebuilt here once the text overlays exist.
+  updateInfoString();
 }
 
 void VXLNetworkView::updateProjection() {
@@ -181,7 +181,7 @@ void VXLNetworkView::updateProjection() {
   glMatrixMode(GL_PROJECTION);
   glLoadMatrixd(projection.data());
   glMatrixMode(GL_MODELVIEW);
-  // The camera text is refreshed here once the text overlays exist.
+  updateCameraString();
 }
 
 void VXLNetworkView::updateModelView() {
@@ -190,6 +190,7 @@ void VXLNetworkView::updateModelView() {
       camera::modelView(camera(), navigationForFrame(), worldRotation(), objectRotation());
   glMatrixMode(GL_MODELVIEW);
   glLoadMatrixd(view.data());
+  updateCameraString();
 }
 
 void VXLNetworkView::resizeGL(int width, int height) {
@@ -216,7 +217,7 @@ void VXLNetworkView::drawRect(int width, int height) {
   } else {
     gl_.firstTimeTex = 1;  // switching the pass on starts unblended
   }
-  // The text overlays (information, vertex details, errors) are drawn here.
+  if (fInfo()) drawInfo();
   glFlush();
   reportGlError();
 }
@@ -387,6 +388,9 @@ void VXLNetworkView::reportGlError() {
   char line[256];
   std::snprintf(line, sizeof line, "Error: %s (at time: %0.1f secs).",
                 reinterpret_cast<const char*>(gluErrorString(error)), seconds);
-  // The error is also shown over the scene once the text overlays exist.
   quillo::logLine(line);
+  // Also shown over the scene, fading out (drawInfo).
+  std::lock_guard lock(lock_);
+  overlays_.errorText = line;
+  overlays_.errorTime = seconds;
 }

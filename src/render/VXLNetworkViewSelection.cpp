@@ -117,6 +117,9 @@ void VXLNetworkView::updateVertexInfoWithVertex(std::uint64_t index) {
   {
     std::lock_guard lock(lock_);
     vertexInfoIndex_ = index;
+    if (network_ && index < network_->countVertices()) {
+      overlays_.detailsText = vertexDetailsText(network_->vertexAtIndex(index));
+    }
     handler = selectionHandler_;
     controller = controller_;
   }

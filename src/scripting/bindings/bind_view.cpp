@@ -1,10 +1,11 @@
 // Python access to the network view without a window: install a network,
 // set the constants, step the layout, read positions and speeds, and select
-// vertices.
+// vertices; its text overlays.
 #include <pybind11/numpy.h>
 #include <pybind11/stl.h>
 
 #include "bindings/bind_parts.h"
+#include "bindings/bind_view_scene.h"
 #include "filter/filtering.h"
 #include "render/VXLNetworkView.h"
 
@@ -171,9 +172,37 @@ void bindView(py::module_& m) {
       "The vertex nearest the viewer in a dx by dy pixel region around (x, y) (backing pixels, "
       "origin lower left), or -1. Needs the view's GL context current.");
 
+  // Text overlays: the texts as they stand, which of them are drawn, and the
+  // capability report.
+  constant(cls, "networkName", "setNetworkName", &VXLNetworkView::networkName,
+           &VXLNetworkView::setNetworkName);
+  constant(cls, "cameraInfo", "setCameraInfo", &VXLNetworkView::cameraInfo,
+           &VXLNetworkView::setCameraInfo);
+  constant(cls, "generalInfo", "setGeneralInfo", &VXLNetworkView::generalInfo,
+           &VXLNetworkView::setGeneralInfo);
+  constant(cls, "vertexInfo", "setVertexInfo", &VXLNetworkView::vertexInfo,
+           &VXLNetworkView::setVertexInfo);
+  constant(cls, "fDrawCaps", "setFDrawCaps", &VXLNetworkView::fDrawCaps,
+           &VXLNetworkView::setFDrawCaps);
+  constant(cls, "fInfo", "setFInfo", &VXLNetworkView::fInfo, &VXLNetworkView::setFInfo);
+  constant(cls, "legendsHeight", "setLegendsHeight", &VXLNetworkView::legendsHeight,
+           &VXLNetworkView::setLegendsHeight);
+  cls.def("cameraString", &VXLNetworkView::cameraString);
+  cls.def("infoString", &VXLNetworkView::infoString);
+  cls.def("vertexInfoString", &VXLNetworkView::vertexInfoString,
+          "The details of the vertex last selected or clicked.");
+  cls.def("messageString", &VXLNetworkView::messageString);
+  cls.def("errorString", &VXLNetworkView::errorString, "The last GL error report, or ''.");
+  cls.def("updateInfoString", &VXLNetworkView::updateInfoString);
+  cls.def("updateCameraString", &VXLNetworkView::updateCameraString);
+  cls.def("capabilitiesText", &VXLNetworkView::capabilitiesText,
+          "The GL capability report of the current context, else the last one read ('' if none).");
+
   m.def("getMaxMinValuesForPropertyOfNetwork", &filter::getMaxMinValuesForPropertyOfNetwork,
         py::arg("network"), py::arg("name"),
         "(maximum, minimum) of a filter property's values over all vertices.");
+
+  bindViewScene(m, cls);
 }
 
 }  // namespace plexview

@@ -1,0 +1,123 @@
+// The text overlays drawn over a frame: where the camera text, the vertex
+// details and the capability report land, the flags that hide them, the GL
+// state they leave behind, and the report's content.
+#include <GL/gl.h>
+
+#include <string>
+
+#include "offscreen_gl.h"
+
+namespace {
+
+using namespace gltest;
+
+class Overlay : public OffscreenGL {
+ protected:
+  // A black view with one vertex at the centre and the texts on (the
+  // message sits at the top left, away from the regions looked at).
+  void SetUp() override {
+    OffscreenGL::SetUp();
+    install(view_, network(1, {}), {{0, 0, 0}});
+    view_.setBlackBackground(true);
+    view_.setFInfo(true);  // as a window does
+    prepare(view_);
+    lookFrom(view_, 20);
+  }
+
+  // Pixels brighter than the black background within [x0, x1) x [y0, y1),
+  // y measured from the top as the overlays place texts.
+  static int lit(const Image& image, int x0, int y0, int x1, int y1) {
+    int count = 0;
+    for (int y = y0; y < y1; ++y) {
+      for (int x = x0; x < x1; ++x) {
+        const Pixel p = image.at(x, image.height - 1 - y);
+        count += std::max({p.r, p.g, p.b}) > 16;
+      }
+    }
+    return count;
+  }
+
+  VXLNetworkView view_;
+};
+
+TEST_F(Overlay, CameraTextAtTheTopRightOnlyWhenEnabled) {
+  view_.setCameraInfo(false);
+  const Image off = frame(view_);
+  EXPECT_EQ(lit(off, 120, 10, 190, 30), 0);
+  view_.setCameraInfo(true);
+  const Image on = frame(view_);
+  EXPECT_GT(lit(on, 120, 10, 190, 30), 50);
+  EXPECT_EQ(lit(on, 120, 0, 200, 9), 0);    // 10 pixels from the top edge
+  EXPECT_EQ(lit(on, 191, 0, 200, 200), 0);  // and from the right edge
+  EXPECT_EQ(lit(on, 0, 120, 80, 200), 0);   // nothing at the bottom left
+  EXPECT_EQ(view_.errorString(), "");
+}
+
+TEST_F(Overlay, VertexDetailsAtTheBottomRightAfterASelection) {
+  frame(view_);
+  EXPECT_EQ(lit(frame(view_), 120, 160, 190, 190), 0);
+  view_.selectVertexWithIndex(0);
+  const Image shown = frame(view_);
+  EXPECT_GT(lit(shown, 120, 160, 190, 190), 50);
+  EXPECT_EQ(lit(shown, 120, 191, 200, 200), 0);  // 10 pixels above the bottom edge
+  EXPECT_EQ(lit(shown, 120, 10, 200, 40), 0);    // nothing at the top right
+  view_.setVertexInfo(false);
+  EXPECT_EQ(lit(frame(view_), 120, 160, 190, 190), 0);
+  view_.setVertexInfo(true);
+  view_.setFInfo(false);  // no overlays at all
+  EXPECT_EQ(lit(frame(view_), 120, 160, 190, 190), 0);
+}
+
+TEST_F(Overlay, DrawingTextsLeavesTheSceneStateAsItWas) {
+  view_.setFInfo(false);
+  const Image plain = frame(view_);
+  view_.setFInfo(true);
+  view_.setCameraInfo(true);
+  view_.selectVertexWithIndex(0);
+  view_.setSelectedVertices({});  // the details stay, the shell goes
+  frame(view_);
+  EXPECT_FALSE(glIsEnabled(GL_TEXTURE_RECTANGLE));
+  EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
+  GLint blendSource = 0;
+  glGetIntegerv(GL_BLEND_SRC, &blendSource);
+  EXPECT_NE(blendSource, GL_ONE);
+  GLint depth = 0;
+  glGetIntegerv(GL_PROJECTION_STACK_DEPTH, &depth);
+  EXPECT_EQ(depth, 1);
+  glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &depth);
+  EXPECT_EQ(depth, 1);
+  // The next frame's vertex looks as it does without any texts.
+  const Image after = frame(view_);
+  for (int y = 90; y < 110; ++y) {
+    for (int x = 90; x < 110; ++x) {
+      ASSERT_TRUE(near(after.at(x, y), plain.at(x, y), 0))
+          << x << "," << y << ": " << after.at(x, y) << " vs " << plain.at(x, y);
+    }
+  }
+  EXPECT_GT(lit(after, 95, 95, 105, 105), 50);
+  EXPECT_EQ(view_.errorString(), "");
+}
+
+TEST_F(Overlay, CapabilityReportNamesTheRendererAndIsDrawnAtTheTopRight) {
+  const std::string renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+  const std::string report = view_.capabilitiesText();
+  EXPECT_NE(report.find("Renderer: " + renderer + "\n"), std::string::npos) << report;
+  EXPECT_NE(report.find("GL_ARB_texture_rectangle"), std::string::npos);
+  EXPECT_EQ(lit(frame(view_), 120, 10, 190, 30), 0);
+  view_.setFDrawCaps(true);
+  EXPECT_GT(lit(frame(view_), 120, 10, 190, 30), 50);
+}
+
+TEST_F(Overlay, GlErrorIsKeptAsText) {
+  frame(view_);
+  glEnable(0x1234);  // not a capability: GL_INVALID_ENUM
+  testing::internal::CaptureStderr();
+  frame(view_);
+  testing::internal::GetCapturedStderr();
+  EXPECT_EQ(view_.errorString().rfind("Error: invalid enumerant (at time: ", 0), 0u)
+      << view_.errorString();
+  frame(view_);  // the error text is drawn without raising another
+  EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
+}  // namespace
