@@ -4,151 +4,88 @@
 // weights are checked on pixels in the GL tests.
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <ostream>
+#include <array>
 #include <vector>
 
 #include "render/scenecolours.h"
 
-namespace scene {
-void PrintTo(const Rgba& c, std::ostream* os) {
-  *os << "(" << c.r << ", " << c.g << ", " << c.b << ", " << c.a << ")";
-}
-}  // namespace scene
-
 namespace {
 
-using scene::Background;
-using scene::LineBlending;
 using scene::Rgb;
 using scene::Rgba;
-using scene::Selection;
+using enum scene::Selection;
+using enum scene::LineBlending;
+using enum scene::Background;
 
 float narrow(double v) {
   return static_cast<float>(v);
 }
 
+// A channel is narrow(k * colour * (dim ? I : 1) + add), worked in double
+// (without colours k is 0); the alpha is narrow(ak * I + aa).
 struct EdgeCell {
-  const char* name;
-  Selection selection;
-  LineBlending blending;
+  scene::Selection selection;
+  scene::LineBlending blending;
   bool hasColours;
-  Background background;
-  std::function<Rgba(Rgb, float)> expected;
+  scene::Background background;
+  std::array<double, 3> k, add;
+  double ak, aa;
+  bool dim = false;
 };
 
-std::vector<EdgeCell> edgeTable() {
-  std::vector<EdgeCell> cells;
-  // A selected endpoint ignores the blending mode: list it under both.
-  for (LineBlending mode : {LineBlending::Off, LineBlending::On}) {
-    cells.push_back(
-        {"selected, colours, black", Selection::Selected, mode, true, Background::Black,
-         [](Rgb c, float) {
-           return Rgba{narrow(0.6 * c.r + 0.4), narrow(0.6 * c.g + 0.4), narrow(0.4 * c.b), 1.0f};
-         }});
-    cells.push_back({"selected, colours, white", Selection::Selected, mode, true, Background::White,
-                     [](Rgb c, float) {
-                       return Rgba{narrow(0.6 * c.r), narrow(0.2 * c.g), narrow(0.2 * c.b), 1.0f};
-                     }});
-    cells.push_back({"selected, no colours, black", Selection::Selected, mode, false,
-                     Background::Black, [](Rgb, float) {
-                       return Rgba{1.0f, 0.25f, 0.1f, 1.0f};
-                     }});
-    cells.push_back({"selected, no colours, white", Selection::Selected, mode, false,
-                     Background::White, [](Rgb, float) {
-                       return Rgba{0.8f, 0.25f, 0.0f, 1.0f};
-                     }});
-  }
-  auto blendAlpha = [](float I) { return narrow(0.4 * I + 0.2); };
-  cells.push_back({"blended, colours, black", Selection::NotSelected, LineBlending::On, true,
-                   Background::Black, [=](Rgb c, float I) {
-                     return Rgba{narrow(0.8 * c.r + 0.2), narrow(0.8 * c.g + 0.2),
-                                 narrow(0.8 * c.b + 0.2), blendAlpha(I)};
-                   }});
-  cells.push_back(
-      {"blended, colours, white", Selection::NotSelected, LineBlending::On, true, Background::White,
-       [=](Rgb c, float I) {
-         return Rgba{narrow(0.8 * c.r), narrow(0.8 * c.g), narrow(0.8 * c.b), blendAlpha(I)};
-       }});
-  cells.push_back({"blended, no colours, black", Selection::NotSelected, LineBlending::On, false,
-                   Background::Black, [=](Rgb, float I) {
-                     return Rgba{1.0f, 0.5f, 0.0f, blendAlpha(I)};
-                   }});
-  cells.push_back({"blended, no colours, white", Selection::NotSelected, LineBlending::On, false,
-                   Background::White, [=](Rgb, float I) {
-                     return Rgba{0.5f, 0.25f, 0.0f, blendAlpha(I)};
-                   }});
-  cells.push_back({"plain, colours, black", Selection::NotSelected, LineBlending::Off, true,
-                   Background::Black, [](Rgb c, float I) {
-                     return Rgba{c.r * I, c.g * I, c.b * I, I};
-                   }});
-  cells.push_back({"plain, colours, white", Selection::NotSelected, LineBlending::Off, true,
-                   Background::White, [](Rgb c, float I) {
-                     return Rgba{c.r, c.g, c.b, I};
-                   }});
-  cells.push_back({"plain, no colours, black", Selection::NotSelected, LineBlending::Off, false,
-                   Background::Black, [](Rgb, float I) {
-                     return Rgba{1.0f, 0.5f, 0.0f, I};
-                   }});
-  cells.push_back({"plain, no colours, white", Selection::NotSelected, LineBlending::Off, false,
-                   Background::White, [](Rgb, float I) {
-                     return Rgba{0.5f, 0.25f, 0.0f, I};
-                   }});
-  return cells;
-}
+const EdgeCell kEdgeTable[] = {
+    {Selected, Off, true, Black, {0.6, 0.6, 0.4}, {0.4, 0.4, 0}, 0, 1},
+    {Selected, Off, true, White, {0.6, 0.2, 0.2}, {0, 0, 0}, 0, 1},
+    {Selected, Off, false, Black, {}, {1, 0.25, 0.1}, 0, 1},
+    {Selected, Off, false, White, {}, {0.8, 0.25, 0}, 0, 1},
+    {NotSelected, On, true, Black, {0.8, 0.8, 0.8}, {0.2, 0.2, 0.2}, 0.4, 0.2},
+    {NotSelected, On, true, White, {0.8, 0.8, 0.8}, {0, 0, 0}, 0.4, 0.2},
+    {NotSelected, On, false, Black, {}, {1, 0.5, 0}, 0.4, 0.2},
+    {NotSelected, On, false, White, {}, {0.5, 0.25, 0}, 0.4, 0.2},
+    {NotSelected, Off, true, Black, {1, 1, 1}, {0, 0, 0}, 1, 0, true},
+    {NotSelected, Off, true, White, {1, 1, 1}, {0, 0, 0}, 1, 0},
+    {NotSelected, Off, false, Black, {}, {1, 0.5, 0}, 1, 0},
+    {NotSelected, Off, false, White, {}, {0.5, 0.25, 0}, 1, 0},
+};
 
-// Colours with three distinct components and intensities strictly inside
-// (0, 1), on a grid fine enough that float and double arithmetic disagree.
-std::vector<Rgb> sampleColours() {
-  std::vector<Rgb> colours;
+TEST(SceneColours, EveryEdgeCellFollowsItsRuleInDouble) {
+  // Colours with distinct components on a grid fine enough that float and
+  // double arithmetic disagree somewhere, and intensities inside (0, 1).
+  int floatDiffers = 0;
   for (int i = 1; i < 400; ++i) {
-    const float r = static_cast<float>(i) / 401.0f;
-    colours.push_back({r, 1.0f - r * 0.7f, 0.13f + r * 0.5f});
-  }
-  return colours;
-}
-const std::vector<float> kIntensities = {0.05f, 0.3f, 0.61f, 0.77f, 0.93f};
-
-TEST(SceneColours, EveryEdgeCellFollowsItsRule) {
-  for (const EdgeCell& cell : edgeTable()) {
-    for (const Rgb& c : sampleColours()) {
-      for (float I : kIntensities) {
-        const std::optional<Rgb> colour = cell.hasColours ? std::optional(c) : std::nullopt;
-        const Rgba got =
-            scene::edgeEndpointColour(colour, cell.selection, cell.blending, cell.background, I);
-        ASSERT_EQ(got, cell.expected(c, I)) << cell.name << " colour " << c.r << " I " << I;
+    const float x = static_cast<float>(i) / 401.0f;
+    const Rgb c{x, 1.0f - x * 0.7f, 0.13f + x * 0.5f};
+    if (narrow(0.6 * c.r + 0.4) != 0.6f * c.r + 0.4f) ++floatDiffers;
+    for (float I : {0.05f, 0.3f, 0.61f, 0.93f}) {
+      for (std::size_t n = 0; n < std::size(kEdgeTable); ++n) {
+        const EdgeCell& cell = kEdgeTable[n];
+        const double scale = cell.dim ? I : 1.0;
+        auto channel = [&](std::size_t j, float v) {
+          return narrow(cell.k[j] * v * scale + cell.add[j]);
+        };
+        const Rgba want{channel(0, c.r), channel(1, c.g), channel(2, c.b),
+                        narrow(cell.ak * I + cell.aa)};
+        // A selected endpoint ignores the blending mode.
+        for (scene::LineBlending mode :
+             {cell.blending, cell.selection == Selected ? On : cell.blending}) {
+          const Rgba got =
+              scene::edgeEndpointColour(cell.hasColours ? std::optional(c) : std::nullopt,
+                                        cell.selection, mode, cell.background, I);
+          ASSERT_TRUE(got == want) << "cell " << n << " colour " << x << " I " << I << ": " << got.r
+                                   << " " << got.g << " " << got.b << " " << got.a;
+        }
       }
     }
   }
-}
-
-TEST(SceneColours, SweepTellsDoubleFromFloatArithmetic) {
-  // The sweep above only proves the double-precision rule if float
-  // arithmetic would have given a different answer somewhere in it.
-  int differing = 0;
-  for (const Rgb& c : sampleColours()) {
-    if (narrow(0.6 * c.r + 0.4) != 0.6f * c.r + 0.4f) ++differing;
-    if (narrow(0.8 * c.g + 0.2) != 0.8f * c.g + 0.2f) ++differing;
-  }
-  EXPECT_GT(differing, 0);
+  EXPECT_GT(floatDiffers, 0) << "the sweep cannot tell double from float arithmetic";
 }
 
 TEST(SceneColours, SelectionHighlight) {
   using scene::Colouring;
-  struct Case {
-    Colouring colouring;
-    Background background;
-    Rgb expected;
-  };
-  const Case cases[] = {
-      {Colouring::PerVertex, Background::Black, {1.0f, 1.0f, 0.1f}},
-      {Colouring::PerVertex, Background::White, {0.4f, 0.1f, 0.0f}},
-      {Colouring::Fixed, Background::Black, {1.0f, 0.3f, 0.1f}},
-      {Colouring::Fixed, Background::White, {0.4f, 0.1f, 0.0f}},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(scene::selectionHighlight(c.colouring, c.background), c.expected)
-        << static_cast<int>(c.colouring) << " " << static_cast<int>(c.background);
+  EXPECT_EQ(scene::selectionHighlight(Colouring::PerVertex, Black), (Rgb{1.0f, 1.0f, 0.1f}));
+  EXPECT_EQ(scene::selectionHighlight(Colouring::Fixed, Black), (Rgb{1.0f, 0.3f, 0.1f}));
+  for (Colouring colouring : {Colouring::PerVertex, Colouring::Fixed}) {
+    EXPECT_EQ(scene::selectionHighlight(colouring, White), (Rgb{0.4f, 0.1f, 0.0f}));
   }
 }
 

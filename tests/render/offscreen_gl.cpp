@@ -65,11 +65,8 @@ void OffscreenGL::SetUp() {
 }
 
 void OffscreenGL::TearDown() {
-  if (!context_) return;
-  fbo_.reset();
-  context_->doneCurrent();
-  context_.reset();
-  surface_.reset();
+  fbo_.reset();  // the context (destroyed with the fixture) is still current
+  if (context_) context_->doneCurrent();
 }
 
 void OffscreenGL::prepare(VXLNetworkView& view) {

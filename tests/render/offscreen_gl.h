@@ -42,6 +42,11 @@ inline bool near(const Pixel& p, const Pixel& expected, int tolerance = 3) {
          std::abs(p.b - expected.b) <= tolerance && std::abs(p.a - expected.a) <= tolerance;
 }
 
+// Whether a pixel is exactly the white background.
+inline bool white(const Pixel& p) {
+  return near(p, {255, 255, 255, 255}, 0);
+}
+
 // RGBA rows, bottom row first (GL's window coordinates).
 struct Image {
   int width = 0;
@@ -110,6 +115,12 @@ class OffscreenGL : public ::testing::Test {
   static void prepare(VXLNetworkView& view);
   // Draws one frame of the given size and reads the whole framebuffer back.
   Image frame(VXLNetworkView& view, int width = kSize, int height = kSize);
+  // Prepares the view, looks at the origin from `distance` and draws a frame.
+  Image look(VXLNetworkView& view, double distance) {
+    prepare(view);
+    lookFrom(view, distance);
+    return frame(view);
+  }
 
   std::unique_ptr<QOffscreenSurface> surface_;
   std::unique_ptr<QOpenGLContext> context_;

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QMenu>
 #include <QMenuBar>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -40,38 +41,27 @@ std::size_t movedCount(const std::vector<Vec3d>& before, const std::vector<Vec3d
   return moved;
 }
 
-// Whether a pixel is a shade of the default vertex colour: its channels in
-// the same order and with the same spread as that colour's, however lit.
-bool inVertexColourFamily(QRgb pixel) {
+// The share of pixels off the white background, and the share of those in
+// the default vertex colour's family: its channels in the same order and
+// with the same spread, however lit.
+std::pair<double, double> census(const QImage& image) {
   constexpr scene::Rgb c = scene::kDefaultVertexColour;
-  const double r = qRed(pixel), g = qGreen(pixel), b = qBlue(pixel);
-  if (!(r > g && g > b) || r - b < 30) return false;
-  const double where = (g - b) / (r - b);  // where green sits between blue and red
-  const double expected = (c.g - c.b) / (c.r - c.b);
-  return std::abs(where - expected) < 0.2;
-}
-
-struct Census {
-  double background = 0;  // share of pure background pixels
-  double family = 0;      // share of the others in the vertex colour family
-};
-
-Census census(const QImage& image) {
-  std::size_t background = 0, family = 0, total = 0;
+  std::size_t drawn = 0, family = 0;
   for (int y = 0; y < image.height(); ++y) {
     for (int x = 0; x < image.width(); ++x) {
       const QRgb p = image.pixel(x, y);
-      ++total;
-      if (qRed(p) == 255 && qGreen(p) == 255 && qBlue(p) == 255) {
-        ++background;
-      } else if (inVertexColourFamily(p)) {
+      const double r = qRed(p), g = qGreen(p), b = qBlue(p);
+      if (r == 255 && g == 255 && b == 255) continue;
+      ++drawn;
+      const double where = (g - b) / (r - b);  // where green sits between blue and red
+      if (r > g && g > b && r - b >= 30 && std::abs(where - (c.g - c.b) / (c.r - c.b)) < 0.2) {
         ++family;
       }
     }
   }
-  const double others = static_cast<double>(total - background);
-  return {static_cast<double>(background) / static_cast<double>(total),
-          others > 0 ? static_cast<double>(family) / others : 0.0};
+  const double total = static_cast<double>(image.width() * image.height());
+  return {static_cast<double>(drawn) / total,
+          drawn > 0 ? static_cast<double>(family) / static_cast<double>(drawn) : 0.0};
 }
 
 class Window : public ::testing::Test {
@@ -91,11 +81,10 @@ class Window : public ::testing::Test {
   ui::NetworkViewWidget& widget() { return *window_->networkView(); }
   VXLNetworkView& view() { return widget().view(); }
 
-  // The View menu's action of this text.
+  // The menu action of this text.
   QAction* viewMenuAction(const QString& text) {
-    for (QAction* menu : window_->menuBar()->actions()) {
-      if (!menu->menu()) continue;
-      for (QAction* action : menu->menu()->actions()) {
+    for (QMenu* menu : window_->menuBar()->findChildren<QMenu*>()) {
+      for (QAction* action : menu->actions()) {
         if (action->text().remove('&') == text) return action;
       }
     }
@@ -106,7 +95,7 @@ class Window : public ::testing::Test {
   std::unique_ptr<ui::MainWindow> window_;
 };
 
-TEST_F(Window, ShowsTheNetworkAndLaysItOutWhileOpen) {
+TEST_F(Window, ShowsTheNetworkLaysItOutWhileOpenAndSpaceOrTheMenuPause) {
   EXPECT_TRUE(view().fAnimate()) << "the layout runs when the window opens";
   EXPECT_EQ(view().network(), network_);
   ASSERT_TRUE(processEventsUntil([&] { return view().camera().viewWidth > 0; }));
@@ -125,34 +114,28 @@ TEST_F(Window, ShowsTheNetworkAndLaysItOutWhileOpen) {
   EXPECT_EQ(shot.size(), widget().pixelSize());
   EXPECT_EQ(view().camera().viewWidth, widget().pixelSize().width());
   EXPECT_EQ(view().camera().viewHeight, widget().pixelSize().height());
-  const Census seen = census(shot);
-  EXPECT_GT(1 - seen.background, 0.05) << "too little is drawn";
-  EXPECT_GT(seen.family, 0.6) << "the drawing is not in the vertex colours";
+  const auto [drawn, family] = census(shot);
+  EXPECT_GT(drawn, 0.05) << "too little is drawn";
+  EXPECT_GT(family, 0.6) << "the drawing is not in the vertex colours";
   EXPECT_NE(first, shot) << "the picture did not follow the layout";
-}
 
-TEST_F(Window, SpaceAndTheMenuStartAndPauseTheLayout) {
   QAction* menuItem = viewMenuAction(QStringLiteral("Start/Pause"));
   ASSERT_TRUE(menuItem);
   EXPECT_EQ(menuItem->shortcut(), QKeySequence(Qt::Key_Space));
   QSignalSpy changes(&widget(), &ui::NetworkViewWidget::runningChanged);
 
-  struct Step {
-    const char* how;
-    bool runningAfter;
-  };
-  const Step steps[] = {
-      {"space", false}, {"space", true}, {"menu", false}, {"menu", true}, {"space", false}};
-  for (const Step& step : steps) {
-    if (std::string(step.how) == "space") {
+  // Space, the menu, Space: each toggles, from running to paused.
+  const bool bySpace[] = {true, false, true};
+  for (int step = 0; step < 3; ++step) {
+    if (bySpace[step]) {
       QTest::keyClick(&widget(), Qt::Key_Space);
     } else {
       menuItem->trigger();
     }
-    EXPECT_EQ(view().fAnimate(), step.runningAfter) << step.how;
-    EXPECT_EQ(menuItem->isChecked(), step.runningAfter) << step.how;
+    EXPECT_EQ(view().fAnimate(), step % 2 == 1) << step;
+    EXPECT_EQ(menuItem->isChecked(), step % 2 == 1) << step;
   }
-  EXPECT_EQ(changes.count(), static_cast<int>(std::size(steps)));
+  EXPECT_EQ(changes.count(), 3);
 
   // Paused, the ticks go on drawing but start no layout steps.
   view().waitForBatch();
@@ -178,17 +161,20 @@ TEST_F(Window, MouseAndWheelReachTheView) {
   EXPECT_EQ(view().drag(), VXLNetworkView::Drag::None);
   EXPECT_NE(view().worldRotation(), before);
 
-  // The right button pans and the middle one dollies.
-  QTest::mousePress(&widget(), Qt::RightButton, Qt::NoModifier, centre);
-  EXPECT_EQ(view().drag(), VXLNetworkView::Drag::Pan);
-  QTest::mouseRelease(&widget(), Qt::RightButton, Qt::NoModifier, centre);
-  QTest::mousePress(&widget(), Qt::MiddleButton, Qt::NoModifier, centre);
-  EXPECT_EQ(view().drag(), VXLNetworkView::Drag::Dolly);
-  QTest::mouseRelease(&widget(), Qt::MiddleButton, Qt::NoModifier, centre);
-  // Control with the left button pans too.
-  QTest::mousePress(&widget(), Qt::LeftButton, Qt::ControlModifier, centre);
-  EXPECT_EQ(view().drag(), VXLNetworkView::Drag::Pan);
-  QTest::mouseRelease(&widget(), Qt::LeftButton, Qt::ControlModifier, centre);
+  // The right button pans, the middle one dollies, Control with the left
+  // button pans.
+  struct Press {
+    Qt::MouseButton button;
+    Qt::KeyboardModifier modifier;
+    VXLNetworkView::Drag drag;
+  };
+  for (const Press& p : {Press{Qt::RightButton, Qt::NoModifier, VXLNetworkView::Drag::Pan},
+                         Press{Qt::MiddleButton, Qt::NoModifier, VXLNetworkView::Drag::Dolly},
+                         Press{Qt::LeftButton, Qt::ControlModifier, VXLNetworkView::Drag::Pan}}) {
+    QTest::mousePress(&widget(), p.button, p.modifier, centre);
+    EXPECT_EQ(view().drag(), p.drag) << p.button;
+    QTest::mouseRelease(&widget(), p.button, p.modifier, centre);
+  }
 
   // A hover is recorded in backing pixels from the bottom left.
   const QPoint hover(30, 40);
@@ -206,27 +192,8 @@ TEST_F(Window, MouseAndWheelReachTheView) {
   EXPECT_NE(view().camera().position, camera.position);
 }
 
-TEST_F(Window, AClickOnAVertexSelectsIt) {
+TEST_F(Window, CountsTitleAndClicksFollowTheNetwork) {
   widget().pause();
-  // One vertex at the origin, which the camera looks at: it covers the
-  // middle of the window, and a click in an empty corner clears.
-  NetworkData data;
-  data.verticesCount = 1;
-  auto single = QLONetwork::make(std::move(data));
-  window_->setNetwork(single, QStringLiteral("one vertex"));
-  auto origin = QLOVector3dArray::initWithSize(1, Precision::Float);
-  origin->setVector({0, 0, 0}, 0);
-  view().setPositions(origin);
-  ASSERT_TRUE(processEventsUntil([&] { return view().camera().viewWidth > 0; }));
-  widget().grabFramebuffer();  // a frame with this network
-
-  QTest::mouseClick(&widget(), Qt::LeftButton, Qt::NoModifier, widget().rect().center());
-  EXPECT_EQ(view().selectedIndices(), std::vector<std::uint64_t>{0});
-  QTest::mouseClick(&widget(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
-  EXPECT_TRUE(view().selectedIndices().empty());
-}
-
-TEST_F(Window, StatusBarCountsFollowTheNetwork) {
   // "V vertices, E edges" (singular for one), read back as numbers.
   const QRegularExpression pattern(
       QStringLiteral("^(\\d+) (vertex|vertices), (\\d+) (edge|edges)$"));
@@ -240,6 +207,8 @@ TEST_F(Window, StatusBarCountsFollowTheNetwork) {
   };
   check(*network_);
 
+  // One vertex with a loop at the origin, which the camera looks at: it
+  // covers the middle of the window, and a click in an empty corner clears.
   NetworkData data;
   data.verticesCount = 1;
   data.from = {0};
@@ -249,6 +218,15 @@ TEST_F(Window, StatusBarCountsFollowTheNetwork) {
   window_->setNetwork(loop, QStringLiteral("a loop"));
   check(*loop);
   EXPECT_TRUE(window_->windowTitle().contains(QStringLiteral("a loop")));
+  auto origin = QLOVector3dArray::initWithSize(1, Precision::Float);
+  origin->setVector({0, 0, 0}, 0);
+  view().setPositions(origin);
+  ASSERT_TRUE(processEventsUntil([&] { return view().camera().viewWidth > 0; }));
+  widget().grabFramebuffer();  // a frame with this network
+  QTest::mouseClick(&widget(), Qt::LeftButton, Qt::NoModifier, widget().rect().center());
+  EXPECT_EQ(view().selectedIndices(), std::vector<std::uint64_t>{0});
+  QTest::mouseClick(&widget(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+  EXPECT_TRUE(view().selectedIndices().empty());
 
   // File > New Generated Network replaces the network and the counts.
   QAction* generate = viewMenuAction(QStringLiteral("New Generated Network"));
