@@ -76,6 +76,9 @@ void NetworkViewWidget::showRunning() {
 
 void NetworkViewWidget::initializeGL() {
   view_->initCommands();
+  // A window shows the text overlays (message, vertex details, camera when
+  // asked for); off-screen snapshots show the scene alone.
+  view_->setFInfo(true);
 }
 
 void NetworkViewWidget::paintGL() {
