@@ -225,6 +225,17 @@ TEST_F(Window, CountsTitleAndClicksFollowTheNetwork) {
   widget().grabFramebuffer();  // a frame with this network
   QTest::mouseClick(&widget(), Qt::LeftButton, Qt::NoModifier, widget().rect().center());
   EXPECT_EQ(view().selectedIndices(), std::vector<std::uint64_t>{0});
+  // The click shows the vertex's details, drawn in the bottom right corner.
+  EXPECT_EQ(view().vertexInfoString().rfind("Name: 0 (0)\nDegree: 2.00", 0), 0u)
+      << view().vertexInfoString();
+  const QImage shown = widget().grabFramebuffer();
+  int marked = 0;
+  for (int y = shown.height() - 30; y < shown.height() - 10; ++y) {
+    for (int x = shown.width() - 60; x < shown.width() - 10; ++x) {
+      if (shown.pixel(x, y) != shown.pixel(2, 2)) ++marked;
+    }
+  }
+  EXPECT_GT(marked, 100);
   QTest::mouseClick(&widget(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
   EXPECT_TRUE(view().selectedIndices().empty());
 
