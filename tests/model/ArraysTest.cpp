@@ -178,8 +178,8 @@ TEST(NumberArray, ReaderToleratesLayoutAndRejectsGarbage) {
     EXPECT_NE(error.describe().find("line " + std::to_string(c.line)), std::string::npos);
   }
   error = {};
-  EXPECT_FALSE(QLONumberArray::initWithContentsOfURL("/nonexistent/x.txt", NumberType::Float,
-                                                     &error));
+  EXPECT_FALSE(
+      QLONumberArray::initWithContentsOfURL("/nonexistent/x.txt", NumberType::Float, &error));
   EXPECT_NE(error.describe().find("/nonexistent/x.txt"), std::string::npos);
 }
 

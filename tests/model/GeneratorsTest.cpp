@@ -12,9 +12,9 @@
 namespace {
 
 double averageDegree(const QLONetwork& n) {
-  return n.countVertices() ? 2.0 * static_cast<double>(n.countEdges()) /
-                                 static_cast<double>(n.countVertices())
-                           : 0.0;
+  return n.countVertices()
+             ? 2.0 * static_cast<double>(n.countEdges()) / static_cast<double>(n.countVertices())
+             : 0.0;
 }
 
 // No self-loops and no pair joined twice.

@@ -40,7 +40,8 @@ TEST(Network, MakeRejectsInconsistentData) {
        [](NetworkData& d) {
          d.properties.emplace_back("Name", std::make_shared<TextList>(TextList{"a"}));
        }},
-      {"empty property value", [](NetworkData& d) { d.properties.emplace_back("x", std::monostate{}); }},
+      {"empty property value",
+       [](NetworkData& d) { d.properties.emplace_back("x", std::monostate{}); }},
       {"duplicate property",
        [](NetworkData& d) {
          auto n = QLONumberArray::floatArrayWithScalar(1, 4);

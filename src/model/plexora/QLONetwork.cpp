@@ -9,7 +9,9 @@ namespace plexora {
 namespace {
 std::atomic<std::uint64_t> gMaxReadVertices{std::uint64_t{1} << 28};
 }
-std::uint64_t maxReadVertices() { return gMaxReadVertices.load(std::memory_order_relaxed); }
+std::uint64_t maxReadVertices() {
+  return gMaxReadVertices.load(std::memory_order_relaxed);
+}
 void setMaxReadVertices(std::uint64_t limit) {
   gMaxReadVertices.store(limit, std::memory_order_relaxed);
 }
@@ -156,7 +158,9 @@ std::string QLONetwork::vertexName(std::uint64_t index) const {
   return std::to_string(index);
 }
 
-std::string QLOVertex::name() const { return network_->vertexName(index_); }
+std::string QLOVertex::name() const {
+  return network_->vertexName(index_);
+}
 
 std::int64_t QLOVertex::countEdges() const {
   return static_cast<std::int64_t>(network_->degreeOfVertex(index_));

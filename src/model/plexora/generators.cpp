@@ -37,7 +37,8 @@ QLONetwork::Ptr QLONetwork::initRandomNetworkWithNumberOfVertices(std::uint64_t 
   if (!(p > 0.0)) return makeGenerated(std::move(data));
 
   std::mt19937_64 engine(QLORandomGenerator::sharedRandomGenerator().nextSeed());
-  const double expected = static_cast<double>(vertices) * std::min(degree, double(vertices - 1)) / 2;
+  const double expected =
+      static_cast<double>(vertices) * std::min(degree, double(vertices - 1)) / 2;
   data.from.reserve(static_cast<std::size_t>(expected * 1.01 + 16));
   data.to.reserve(data.from.capacity());
 
@@ -75,8 +76,8 @@ QLONetwork::Ptr QLONetwork::initRandomNetworkWithNumberOfVertices(std::uint64_t 
 // proportional to their degree (by drawing from the list of edge ends), where
 // m is k/2 for even k and k/2 or k/2 + 1 with equal chance for odd k, so the
 // average degree comes out close to k.
-QLONetwork::Ptr QLONetwork::initBarabasiNetworkWitNumberOfVertices(std::uint64_t vertices,
-                                                                   std::uint64_t approximateDegree) {
+QLONetwork::Ptr QLONetwork::initBarabasiNetworkWitNumberOfVertices(
+    std::uint64_t vertices, std::uint64_t approximateDegree) {
   NetworkData data;
   data.verticesCount = vertices;
   const std::uint64_t k = approximateDegree;
@@ -114,8 +115,8 @@ QLONetwork::Ptr QLONetwork::initBarabasiNetworkWitNumberOfVertices(std::uint64_t
     chosen.clear();
     const std::uint64_t endsBefore = ends.size();
     while (chosen.size() < m) {
-      const std::uint64_t target = endsBefore > 0 ? ends[uniformIndex(engine(), endsBefore)]
-                                                  : uniformIndex(engine(), v);
+      const std::uint64_t target =
+          endsBefore > 0 ? ends[uniformIndex(engine(), endsBefore)] : uniformIndex(engine(), v);
       if (std::find(chosen.begin(), chosen.end(), target) == chosen.end()) chosen.push_back(target);
     }
     for (std::uint64_t target : chosen) addEdge(target, v);
