@@ -14,5 +14,6 @@ void bindRandomGenerator(pybind11::module_& m);
 void bindVertex(pybind11::module_& m);
 void bindNetwork(pybind11::module_& m);
 void bindView(pybind11::module_& m);
+void bindController(pybind11::module_& m);
 
 }  // namespace plexview

@@ -1,0 +1,219 @@
+#pragma once
+// The controller of one window: it holds the window's network view, forwards
+// every setting to it, applies the defaults a new window starts with,
+// installs networks (read, generated or scripted) and keeps the colour
+// properties offered for colouring. Every controller is entered in the
+// process-wide registry (controller_registry.h) when it is made.
+//
+// Panels are not built yet: where a panel would be refreshed the controller
+// tells its refresh listener which one, so a panel (or a test) can follow.
+#include <cfloat>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "plexora/PropertyValue.h"
+#include "plexora/QLONetwork.h"
+#include "render/VXLNetworkView.h"
+
+class VXLController {
+ public:
+  using Ptr = std::shared_ptr<VXLController>;
+
+  // The panels a change refreshes.
+  enum class Panel { NetworkInfo, Nodes, Colour, NodesSelected, Properties, Generator };
+  using RefreshListener = std::function<void(Panel)>;
+
+  // The network generator's controls as plain values: the selected type
+  // (tag 0 random, 1 Barabasi), the two parameter fields as typed, and the
+  // labels and visibility the panel shows.
+  struct Generator {
+    int typeTag = 0;
+    std::string verticesText;
+    std::string degreeText;
+    std::string verticesLabel = "Vertices:";
+    std::string degreeLabel = "Degree:";
+    bool parameterLabelsVisible = true;
+    bool extraControlsVisible = false;  // the third and fourth labels, both checkboxes
+  };
+
+  // Colour properties by name, in the order they were added.
+  using ColourProperties = std::vector<std::pair<std::string, PropertyValue>>;
+
+  static constexpr float kUnsetBound = FLT_MAX;
+
+  // Makes a controller for `view` (a new view when null), records it as the
+  // last controller and registers it under a fresh UUID.
+  static Ptr init(std::shared_ptr<VXLNetworkView> view = nullptr);
+  static Ptr sharedController();  // the last controller made; null before the first
+  static Ptr controllerWithUUID(const std::string& uuid);  // null when unknown
+  static std::string UUIDString();  // a fresh UUID, 36 characters (8-4-4-4-12 hex)
+
+  VXLController(const VXLController&) = delete;
+  VXLController& operator=(const VXLController&) = delete;
+
+  // The window's interface has loaded: apply the defaults.
+  void awakeFromNib() { resetToDefaults(); }
+  void resetToDefaults();
+  // The first call marks the controller clean and stops the view's batch.
+  void cleanup();
+  bool isClean() const { return isClean_; }
+
+  const std::shared_ptr<VXLNetworkView>& networkView() const { return view_; }
+  void setRefreshListener(RefreshListener listener) { listener_ = std::move(listener); }
+
+  const std::string& uuid() const { return uuid_; }
+  void setUuid(const std::string& uuid) { uuid_ = uuid; }
+  const std::string& networkName() const { return networkName_; }
+  void setNetworkName(const std::string& name) { networkName_ = name; }
+
+  // --- Networks and positions ---
+  std::shared_ptr<QLONetwork> network() const { return view_->network(); }
+  std::shared_ptr<QLOVector3dArray> positions() const { return view_->positions(); }
+  // Gives the view the positions (a float copy when needed) and stores what
+  // the view holds as the network's "Position".
+  void setPositions(const std::shared_ptr<QLOVector3dArray>& positions);
+  void setNetwork(const std::shared_ptr<QLONetwork>& network);
+  // Installs the network's largest connected component.
+  void setMajorConnectedNetwork(const std::shared_ptr<QLONetwork>& network);
+  void replaceNetworkWith(const std::shared_ptr<QLONetwork>& network) { setNetwork(network); }
+  const ColourProperties& colorsDictionary() const { return colours_; }
+  std::vector<std::string> colorPropertyNames() const;
+
+  // --- Network generator ---
+  const Generator& generator() const { return generator_; }
+  Generator& generator() { return generator_; }
+  // The type selector changed: relabels the parameters (tags 0 and 1 only).
+  void generateNetworkChangeType(int tag);
+  // Makes a network of the selected type from the parameter fields, names it
+  // and installs it.
+  void generateNetwork();
+
+  // --- Colour state kept until the colour system arrives ---
+  std::string colorCustom0 = "#1F77B4", colorCustom1 = "#FF7F0E", colorCustom2 = "#2CA02C";
+  float minColorScalarValue = kUnsetBound, maxColorScalarValue = kUnsetBound;
+  float powerCoefficient = 2.0f;
+  bool isSortAscending = false, isSortModeAverage = false;
+
+  // --- Settings: each getter reads the view; each setter writes the view
+  // and refreshes the properties panel ---
+  float attractionConstant() const { return view_->attractionConstant(); }
+  void setAttractionConstant(float v) { forward(&VXLNetworkView::setAttractionConstant, v); }
+  float repulsiveConstant() const { return view_->repulsiveConstant(); }
+  void setRepulsiveConstant(float v) { forward(&VXLNetworkView::setRepulsiveConstant, v); }
+  float viscosityConstant() const { return view_->viscosityConstant(); }
+  void setViscosityConstant(float v) { forward(&VXLNetworkView::setViscosityConstant, v); }
+  float gravitationalConstant() const { return view_->gravitationalConstant(); }
+  void setGravitationalConstant(float v) { forward(&VXLNetworkView::setGravitationalConstant, v); }
+  float preferredDistance() const { return view_->preferredDistance(); }
+  void setPreferredDistance(float v) { forward(&VXLNetworkView::setPreferredDistance, v); }
+  bool showNodes() const { return view_->showNodes(); }
+  void setShowNodes(bool v) { forward(&VXLNetworkView::setShowNodes, v); }
+  bool showEdges() const { return view_->showEdges(); }
+  void setShowEdges(bool v) { forward(&VXLNetworkView::setShowEdges, v); }
+  bool blendLines() const { return view_->blendLines(); }
+  void setBlendLines(bool v) { forward(&VXLNetworkView::setBlendLines, v); }
+  bool edgesDepthTest() const { return view_->edgesDepthTest(); }
+  void setEdgesDepthTest(bool v) { forward(&VXLNetworkView::setEdgesDepthTest, v); }
+  bool verticesDepthTest() const { return view_->verticesDepthTest(); }
+  void setVerticesDepthTest(bool v) { forward(&VXLNetworkView::setVerticesDepthTest, v); }
+  float edgesIntensity() const { return view_->edgesIntensity(); }
+  void setEdgesIntensity(float v) { forward(&VXLNetworkView::setEdgesIntensity, v); }
+  float verticesIntensity() const { return view_->verticesIntensity(); }
+  void setVerticesIntensity(float v) { forward(&VXLNetworkView::setVerticesIntensity, v); }
+  bool showLegends() const { return view_->showLegends(); }
+  void setShowLegends(bool v) { forward(&VXLNetworkView::setShowLegends, v); }
+  bool limitNodes() const { return view_->limitNodes(); }
+  void setLimitNodes(bool v) { forward(&VXLNetworkView::setLimitNodes, v); }
+  bool limitEdges() const { return view_->limitEdges(); }
+  void setLimitEdges(bool v) { forward(&VXLNetworkView::setLimitEdges, v); }
+  bool simpleShapes() const { return view_->simpleShapes(); }
+  void setSimpleShapes(bool v) { forward(&VXLNetworkView::setSimpleShapes, v); }
+  bool blackBackground() const { return view_->blackBackground(); }
+  void setBlackBackground(bool v);
+  bool shader() const { return view_->shader(); }
+  void setShader(bool v) { forward(&VXLNetworkView::setShader, v); }
+  bool generalInfo() const { return view_->generalInfo(); }
+  void setGeneralInfo(bool v) { forward(&VXLNetworkView::setGeneralInfo, v); }
+  // The getter reads the view, but the setter only keeps the controller's
+  // own copy: the view's camera overlay is left as it is.
+  bool cameraInfo() const { return view_->cameraInfo(); }
+  void setCameraInfo(bool v) { cameraInfo_ = v; }
+  bool weightAsDistance() const { return view_->weightAsDistance(); }
+  void setWeightAsDistance(bool v) { forward(&VXLNetworkView::setWeightAsDistance, v); }
+  bool vertexInfo() const { return view_->vertexInfo(); }
+  void setVertexInfo(bool v) { forward(&VXLNetworkView::setVertexInfo, v); }
+  std::uint64_t iterations() const { return view_->iterations(); }
+  void setIterations(std::uint64_t v) { forward(&VXLNetworkView::setIterations, v); }
+  float weightMaxThreshold() const { return view_->weightMaxThreshold(); }
+  void setWeightMaxThreshold(float v) { forward(&VXLNetworkView::setWeightMaxThreshold, v); }
+  float weightMinThreshold() const { return view_->weightMinThreshold(); }
+  void setWeightMinThreshold(float v) { forward(&VXLNetworkView::setWeightMinThreshold, v); }
+  float minFilterProperty() const { return view_->minFilterProperty(); }
+  void setMinFilterProperty(float v) { forward(&VXLNetworkView::setMinFilterProperty, v); }
+  float maxFilterProperty() const { return view_->maxFilterProperty(); }
+  void setMaxFilterProperty(float v) { forward(&VXLNetworkView::setMaxFilterProperty, v); }
+  float nearClipDistance() const { return view_->nearClipDistance(); }
+  void setNearClipDistance(float v) { forward(&VXLNetworkView::setNearClipDistance, v); }
+  float farClipDistance() const { return view_->farClipDistance(); }
+  void setFarClipDistance(float v) { forward(&VXLNetworkView::setFarClipDistance, v); }
+  float viewLineWidth() const { return view_->lineWidth(); }
+  void setViewLineWidth(float v) { forward(&VXLNetworkView::setLineWidth, v); }
+  float viewLegendSize() const { return view_->legendsHeight(); }
+  void setViewLegendSize(float v) { forward(&VXLNetworkView::setLegendsHeight, v); }
+
+  // --- Selection: forwarded to the view ---
+  std::shared_ptr<VXLSelectionHandler> selectionHandler() const {
+    return view_->selectionhandler();
+  }
+  void setSelectionHandler(std::shared_ptr<VXLSelectionHandler> handler) {
+    view_->setSelectionhandler(std::move(handler));
+  }
+  void resetSelection() { view_->resetSelection(); }
+  void selectVertexWithIndex(std::uint64_t i) { view_->selectVertexWithIndex(i); }
+  void addToSelectionVertexWithIndex(std::uint64_t i) { view_->addToSelectionVertexWithIndex(i); }
+  void removeFromSelectionVertexWithIndex(std::uint64_t i) {
+    view_->removeFromSelectionVertexWithIndex(i);
+  }
+  void toggleSelectionOfVertexWithIndex(std::uint64_t i) {
+    view_->toggleSelectionOfVertexWithIndex(i);
+  }
+  std::vector<QLOVertex> selectedVertices() const { return view_->selectedVertices(); }
+  void setSelectedVertices(const std::vector<std::uint64_t>& indices) {
+    view_->setSelectedVertices(indices);
+  }
+  std::shared_ptr<QLONumberArray> hiddenVertices() const { return view_->hiddenVertices(); }
+  void setHiddenVertices(std::shared_ptr<QLONumberArray> mask) {
+    view_->setHiddenVertices(std::move(mask));
+  }
+
+ private:
+  struct Token {};  // keeps construction to init()
+
+ public:
+  VXLController(Token, std::shared_ptr<VXLNetworkView> view);
+
+ private:
+  enum class Install { Whole, MajorComponent };
+  void install(const std::shared_ptr<QLONetwork>& network, Install mode);
+  void installPositions(QLONetwork& network, Install mode);
+  void refresh(Panel panel) const;
+  void refreshAfterInstall() const;
+  template <class T>
+  void forward(void (VXLNetworkView::*set)(T), T value) {
+    (view_.get()->*set)(value);
+    refresh(Panel::Properties);
+  }
+
+  std::shared_ptr<VXLNetworkView> view_;
+  RefreshListener listener_;
+  std::string uuid_;
+  std::string networkName_;
+  ColourProperties colours_;
+  Generator generator_;
+  bool isClean_ = false;
+  bool cameraInfo_ = false;
+};
