@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "../support/networks.h"
 #include "filter/filtering.h"
 #include "plexora/QLONetwork.h"
 
@@ -12,18 +13,8 @@ namespace {
 constexpr float kInf = std::numeric_limits<float>::infinity();
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
-// One edge k -> k + 1 per weight.
-QLONetwork::Ptr chain(std::vector<float> weights, bool edgeWeighted = true) {
-  NetworkData data;
-  data.verticesCount = weights.size() + 1;
-  for (std::uint64_t k = 0; k < weights.size(); ++k) {
-    data.from.push_back(k);
-    data.to.push_back(k + 1);
-  }
-  data.weights = std::move(weights);
-  data.edgeWeighted = edgeWeighted;
-  return QLONetwork::make(std::move(data));
-}
+using testing_support::chain;
+using testing_support::Weighted;
 
 // Entry by entry, NaN matching NaN.
 void expectSameFloats(const std::vector<float>& actual, const std::vector<float>& expected,
@@ -100,7 +91,7 @@ TEST(Ranges, OfValuesAndOfEdgeWeights) {
     EXPECT_EQ(filter::maxMinWeight(chain(c.values).get()), c.ofWeights) << c.what;
   }
   EXPECT_EQ(filter::maxMinWeight(nullptr), (std::pair{1.0, 0.0}));
-  EXPECT_EQ(filter::maxMinWeight(chain({5, 7}, false).get()), (std::pair{1.0, 0.0}));
+  EXPECT_EQ(filter::maxMinWeight(chain({5, 7}, Weighted::No).get()), (std::pair{1.0, 0.0}));
 }
 
 TEST(Weights, ThresholdsNormaliseTheWeightsInRange) {

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <thread>
 
+#include "../support/networks.h"
 #include "plexora/QLORandomGenerator.h"
 #include "render/VXLNetworkView.h"
 
@@ -20,17 +21,7 @@ std::shared_ptr<QLONetwork> randomNetwork(std::uint64_t vertices, double degree,
   return QLONetwork::initRandomNetworkWithNumberOfVertices(vertices, degree);
 }
 
-std::shared_ptr<QLONetwork> weightedPath(std::vector<float> weights) {
-  NetworkData data;
-  data.verticesCount = weights.size() + 1;
-  for (std::uint64_t k = 0; k < weights.size(); ++k) {
-    data.from.push_back(k);
-    data.to.push_back(k + 1);
-  }
-  data.weights = std::move(weights);
-  data.edgeWeighted = true;
-  return QLONetwork::make(std::move(data));
-}
+using testing_support::chain;
 
 std::array<double, 3> mean(const QLOVector3dArray& positions) {
   std::array<double, 3> sum{0, 0, 0};
@@ -136,7 +127,7 @@ TEST(View, FilteredVerticesFeelNoForceButAreRecentred) {
 
 TEST(View, FilterCacheFollowsTheNetworkAndTheName) {
   VXLNetworkView view;
-  auto network = weightedPath({1, 2, 3});
+  auto network = chain({1, 2, 3});
   view.setNetwork(network);
   EXPECT_EQ(view.filterProperty(), nullptr);
   view.prepareFrame();
@@ -163,14 +154,14 @@ TEST(View, FilterCacheFollowsTheNetworkAndTheName) {
   view.prepareFrame();
   EXPECT_EQ(view.minFilterProperty(), 1.0f);
 
-  view.setNetwork(weightedPath({1, 1}));
+  view.setNetwork(chain({1, 1}));
   view.prepareFrame();
   EXPECT_EQ(view.filterProperty()->size(), 3u);
 }
 
 TEST(View, WeightThresholdsThroughTheView) {
   VXLNetworkView view;
-  view.setNetwork(weightedPath({2, 4, 8}));
+  view.setNetwork(chain({2, 4, 8}));
   EXPECT_EQ(view.maxMinWeight(), (std::pair<double, double>{8, 2}));
   EXPECT_EQ(view.weightThresholdCount(), 0u);
   view.setWeightMinThreshold(3);
@@ -190,7 +181,7 @@ TEST(View, ZeroThresholdedWeightsChangeTheWeightedLaws) {
   // Two vertices joined by one edge whose thresholded weight is 0.
   auto run = [](bool asDistance, float L) {
     VXLNetworkView view;
-    view.setNetwork(weightedPath({5}));
+    view.setNetwork(chain({5}));
     view.setWeightMinThreshold(6);  // 5 is outside: entry 0
     view.setWeightMaxThreshold(10);
     view.setRepulsiveConstant(0);
