@@ -42,24 +42,6 @@ constexpr unsigned kParseOptions = pugi::parse_cdata | pugi::parse_escapes | pug
 constexpr std::uint64_t kPropertyMemoryBase = std::uint64_t{256} << 20;
 constexpr std::uint64_t kPropertyMemoryPerByte = 64;
 
-const char* kindName(ValueKind kind) {
-  switch (kind) {
-    case ValueKind::Bool:
-      return "boolean";
-    case ValueKind::Int32:
-      return "int";
-    case ValueKind::Int64:
-      return "long";
-    case ValueKind::Float:
-      return "float";
-    case ValueKind::Double:
-      return "double";
-    case ValueKind::Text:
-      break;
-  }
-  return "string";
-}
-
 // The parts of a message joined (built with += to stay clear of a GCC 12
 // false -Wrestrict warning on "literal" + std::string).
 template <class... Parts>
@@ -71,7 +53,7 @@ std::string joined(const Parts&... parts) {
 
 std::string badValueMessage(std::string_view text, const Key& key) {
   return joined("the value ", quillo::quoted(trimmed(text)), " of key ", quillo::quoted(key.name),
-                " is not a valid ", kindName(key.kind));
+                " is not a valid ", attrTypeName(key.kind));
 }
 
 class DocumentReader {

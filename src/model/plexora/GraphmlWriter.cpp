@@ -20,32 +20,15 @@ namespace {
 
 using graphml::XmlPlace;
 
-// Where the values of one node key come from.
-enum class Source { Bool, Int32, Int64, Float, Double, Text };
+// The element type of a node key's values is its attr.type.
+using Source = graphml::ValueKind;
 
+// Where the values of one node key come from.
 struct NodeColumn {
   std::string open;  // <data key="dK">
   Source source;
   const void* values;  // the array of `source`'s element type, or a TextList
 };
-
-const char* typeName(Source source) {
-  switch (source) {
-    case Source::Bool:
-      return "boolean";
-    case Source::Int32:
-      return "int";
-    case Source::Int64:
-      return "long";
-    case Source::Float:
-      return "float";
-    case Source::Double:
-      return "double";
-    case Source::Text:
-      break;
-  }
-  return "string";
-}
 
 Source sourceOf(NumberType type) {
   switch (type) {
@@ -166,7 +149,7 @@ class DocumentWriter {
   }
 
   void addColumn(std::string_view name, Source source, const void* values, std::string_view desc) {
-    const std::string key = declareKey("node", name, typeName(source), desc);
+    const std::string key = declareKey("node", name, graphml::attrTypeName(source), desc);
     columns_.push_back({dataOpen(key), source, values});
   }
 

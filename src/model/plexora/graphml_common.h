@@ -6,6 +6,28 @@
 
 namespace plexora::graphml {
 
+// The attr.type of a key; a missing or unknown type reads as text.
+enum class ValueKind { Bool, Int32, Int64, Float, Double, Text };
+
+// The attr.type text of a kind, as written and as named in error messages.
+inline const char* attrTypeName(ValueKind kind) {
+  switch (kind) {
+    case ValueKind::Bool:
+      return "boolean";
+    case ValueKind::Int32:
+      return "int";
+    case ValueKind::Int64:
+      return "long";
+    case ValueKind::Float:
+      return "float";
+    case ValueKind::Double:
+      return "double";
+    case ValueKind::Text:
+      break;
+  }
+  return "string";
+}
+
 inline constexpr std::string_view kNamespace = "http://graphml.graphdrawing.org/xmlns";
 
 // Graph-level boolean keys; their presence marks a document written by us.

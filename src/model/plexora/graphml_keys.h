@@ -14,9 +14,6 @@
 
 namespace plexora::graphml {
 
-// attr.type values; a missing or unknown type reads as text.
-enum class ValueKind { Bool, Int32, Int64, Float, Double, Text };
-
 // Numbers proper, for the rules that look for coordinates, colours and
 // weights (booleans do not count).
 inline bool isNumeric(ValueKind kind) {
