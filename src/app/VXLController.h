@@ -19,6 +19,8 @@
 #include "plexora/QLONetwork.h"
 #include "render/VXLNetworkView.h"
 
+class QLOComplexNetwork;
+
 class VXLController {
  public:
   using Ptr = std::shared_ptr<VXLController>;
@@ -63,6 +65,9 @@ class VXLController {
   bool isClean() const { return isClean_; }
 
   const std::shared_ptr<VXLNetworkView>& networkView() const { return view_; }
+  // The window's document (not owned); null for a controller without a window.
+  QLOComplexNetwork* currentDocument() const { return document_; }
+  void setDocument(QLOComplexNetwork* document) { document_ = document; }
   void setRefreshListener(RefreshListener listener) { listener_ = std::move(listener); }
 
   const std::string& uuid() const { return uuid_; }
@@ -209,6 +214,7 @@ class VXLController {
   }
 
   std::shared_ptr<VXLNetworkView> view_;
+  QLOComplexNetwork* document_ = nullptr;
   RefreshListener listener_;
   std::string uuid_;
   std::string networkName_;
