@@ -22,23 +22,14 @@ Rgba jet(float t) {
   if (!(x > -1.0f)) return kJetGrey;  // the sextant would be negative
   const int sextant = static_cast<int>(x);
   const float f = (x - static_cast<float>(sextant)) * kJetSpan;
-  const float q = kJetValue - f;
-  const float u = f + kJetFloor;
-  constexpr float V = kJetValue, P = kJetFloor;
-  switch (sextant) {
-    case 1:
-      return {q, V, P, 1.0f};
-    case 2:
-      return {P, V, u, 1.0f};
-    case 3:
-      return {P, q, V, 1.0f};
-    case 4:
-      return {u, P, V, 1.0f};
-    case 5:
-      return {V, P, q, 1.0f};
-    default:  // 0 and 6
-      return {V, u, P, 1.0f};
-  }
+  // Each channel is one of four levels; which one depends on the sextant.
+  // A table instead of a switch keeps the loop free of unpredictable branches.
+  const float levels[4] = {kJetValue, kJetFloor, kJetValue - f, f + kJetFloor};
+  enum : unsigned char { V, P, Q, U };
+  static constexpr unsigned char kChannels[7][3] = {{V, U, P}, {Q, V, P}, {P, V, U}, {P, Q, V},
+                                                    {U, P, V}, {V, P, Q}, {V, U, P}};
+  const unsigned char* c = kChannels[sextant];
+  return {levels[c[0]], levels[c[1]], levels[c[2]], 1.0f};
 }
 
 Rgba gray(float t) {
