@@ -17,6 +17,7 @@ void bindModel(pybind11::module_& m) {
   bindNetwork(m);
   bindView(m);
   bindController(m);
+  bindColour(m);
 }
 
 }  // namespace plexview

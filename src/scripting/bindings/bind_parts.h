@@ -15,5 +15,7 @@ void bindVertex(pybind11::module_& m);
 void bindNetwork(pybind11::module_& m);
 void bindView(pybind11::module_& m);
 void bindController(pybind11::module_& m);
+// The plexview.colour submodule (plain functions; no class depends on it).
+void bindColour(pybind11::module_& m);
 
 }  // namespace plexview

@@ -1,0 +1,78 @@
+// The continuous legend's value scale: sample colours, label values and the
+// two label formats.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "colour/legendscale.h"
+
+using namespace colour;
+
+TEST(LegendLabel, FormatDependsOnMagnitude) {
+  struct Case {
+    float value;
+    const char* text;
+  };
+  const Case cases[] = {
+      {10.0f, "10"},
+      {250.4f, "250"},
+      {12345.0f, "1.2e+04"},
+      {-250.4f, "-250"},
+      {10.01f, "10"},
+      {9998.6f, "9999"},
+      {9999.0f, "1e+04"},
+      {3.14159f, "3.1"},
+      {0.0f, "0"},
+      {-0.004f, "-0.004"},
+      {-10.0f, "-10"},
+      {1e-9f, "1e-09"},
+      {std::numeric_limits<float>::quiet_NaN(), "nan"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(legendLabel(c.value), c.text) << c.value;
+}
+
+TEST(LegendScale, TwentyTwoEntriesLabelledEveryThird) {
+  const LegendScale scale =
+      legendScale({0.0f, 2100.0f}, ColorFunction::Linear, 2.0f, ColorMap::Gray, {});
+  ASSERT_EQ(scale.labels.size(), 22u);
+  ASSERT_EQ(scale.colors.size(), 22u);
+  for (std::size_t i = 0; i < 22; ++i) {
+    SCOPED_TRACE(i);
+    const float t = static_cast<float>(i) / 21.0f;
+    // Gray at the sample itself: the samples are not transformed.
+    EXPECT_NEAR(scale.colors[i].r, 0.1f + 0.9f * t, 1e-6f);
+    EXPECT_EQ(scale.colors[i].a, 0.9f);
+    if (i % 3 == 0) {
+      EXPECT_EQ(scale.labels[i], legendLabel(static_cast<float>(i) * 100.0f));
+    } else {
+      EXPECT_EQ(scale.labels[i], "");
+    }
+  }
+  EXPECT_EQ(scale.labels.front(), "0");
+  EXPECT_EQ(scale.labels.back(), "2100");
+}
+
+TEST(LegendScale, LabelsComeFromTheInverseFunction) {
+  const ScalarLimits limits{5.0f, 105.0f};
+  const LegendScale log = legendScale(limits, ColorFunction::Logarithmic, 2.0f, ColorMap::Jet, {});
+  // e^0 = 1 and e^1 = e: the bottom reads min + range, the top min + e range.
+  EXPECT_EQ(log.labels.front(), "105");
+  EXPECT_EQ(log.labels.back(), "277");
+  const LegendScale exponential =
+      legendScale(limits, ColorFunction::Exponential, 2.0f, ColorMap::Jet, {});
+  EXPECT_EQ(exponential.labels.front(), "5");   // "%.2g" drops the zeros
+  EXPECT_EQ(exponential.labels.back(), "105");  // 5 + 0.99527 * 100
+  const LegendScale power = legendScale(limits, ColorFunction::Power, 2.0f, ColorMap::Jet, {});
+  EXPECT_EQ(power.labels[3], "43");  // 5 + sqrt(3/21) * 100 = 42.8
+}
+
+TEST(LegendScale, CubehelixAndEqualLimits) {
+  const LegendScale black =
+      legendScale({0.0f, 1.0f}, ColorFunction::Linear, 2.0f, ColorMap::Cubehelix, {});
+  for (const Rgba& c : black.colors) EXPECT_EQ(c, (Rgba{0.0f, 0.0f, 0.0f, 0.9f}));
+  // All values equal: every label is that value.
+  const LegendScale flat =
+      legendScale({42.0f, 42.0f}, ColorFunction::Exponential, 2.0f, ColorMap::Jet, {});
+  for (std::size_t i = 0; i < 22; i += 3) EXPECT_EQ(flat.labels[i], "42");
+}
