@@ -5,8 +5,9 @@
 // properties offered for colouring. Every controller is entered in the
 // process-wide registry (controller_registry.h) when it is made.
 //
-// Panels are not built yet: where a panel would be refreshed the controller
-// tells its refresh listener which one, so a panel (or a test) can follow.
+// The controller knows no widgets: where a panel is to be refreshed it tells
+// its refresh listener which one, so the window's side panel (or a test) can
+// follow. The filter selector's state is kept here as plain values.
 #include <cfloat>
 #include <cstdint>
 #include <functional>
