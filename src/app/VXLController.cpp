@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/controller_registry.h"
+#include "app/filterselector.h"
 #include "app/networkfile.h"
 #include "filter/filtering.h"
 #include "quillo/log.h"
@@ -54,11 +55,12 @@ std::string VXLController::UUIDString() {
   return QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString();
 }
 
-void VXLController::refresh(Panel panel) const {
+void VXLController::refresh(Panel panel) {
+  if (panel == Panel::Properties) updateFilterSelector();
   if (listener_) listener_(panel);
 }
 
-void VXLController::refreshAfterInstall() const {
+void VXLController::refreshAfterInstall() {
   for (Panel panel :
        {Panel::NetworkInfo, Panel::Nodes, Panel::Colour, Panel::NodesSelected, Panel::Properties}) {
     refresh(panel);
@@ -240,4 +242,36 @@ void VXLController::generateNetwork() {
   std::snprintf(name, sizeof name, format, n, static_cast<double>(averageDegree));
   networkName_ = name;
   setNetwork(made);
+}
+
+void VXLController::selectFilterProperty(const std::string& name) {
+  const auto network = view_->network();
+  filter_.titles = app::filterPropertyTitles(network.get());
+  filter_.selected = app::selectedFilterTitle(filter_.titles, name, filter_.selected);
+  view_->setShouldUpdateFilterProperty(true);
+  refresh(Panel::Properties);
+}
+
+void VXLController::updateFilterSelector() {
+  const auto network = view_->network();
+  filter_.titles = app::filterPropertyTitles(network.get());
+  filter_.selected = app::selectedFilterTitle(filter_.titles, filter_.selected, "");
+  const std::string& title = filter_.selected;
+
+  const bool builtIn = title == "Node Degree" || title == "Node InDegree" ||
+                       title == "Node Strength" || title == "Node InStrength";
+  const bool kept =
+      builtIn && network && filter_.rangeTitle == title && filter_.rangeNetwork.lock() == network;
+  if (!network) {
+    filter_.range = {};
+  } else if (!kept) {
+    const auto [largest, smallest] = filter::getMaxMinValuesForPropertyOfNetwork(*network, title);
+    filter_.range = {smallest, largest};
+  }
+  filter_.rangeNetwork = network;
+  filter_.rangeTitle = builtIn ? title : std::string();
+  view_->setFilterPropertyName(title);
+
+  const auto [largestWeight, smallestWeight] = view_->maxMinWeight();
+  filter_.weights = {smallestWeight, largestWeight};
 }

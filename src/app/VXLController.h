@@ -5,8 +5,9 @@
 // properties offered for colouring. Every controller is entered in the
 // process-wide registry (controller_registry.h) when it is made.
 //
-// Panels are not built yet: where a panel would be refreshed the controller
-// tells its refresh listener which one, so a panel (or a test) can follow.
+// The controller knows no widgets: where a panel is to be refreshed it tells
+// its refresh listener which one, so the window's side panel (or a test) can
+// follow. The filter selector's state is kept here as plain values.
 #include <cfloat>
 #include <cstdint>
 #include <functional>
@@ -195,6 +196,27 @@ class VXLController {
     view_->setHiddenVertices(std::move(mask));
   }
 
+  // --- Filter property selector and the bounds of the filter sliders ---
+  // Every properties refresh rebuilds the titles offered for the network,
+  // keeps the selected title when still offered ("Node Degree" otherwise),
+  // takes the bounds of its values and sends its name to the view.
+  struct Bounds {
+    double lower = 0, upper = 0;
+  };
+  const std::vector<std::string>& filterPropertyTitles() const { return filter_.titles; }
+  // The selected title.
+  const std::string& filterPropertyName() const { return filter_.selected; }
+  // Selects the title when the network offers it (else the selection stays),
+  // makes the view take the name even when unchanged (so its range resets to
+  // the values at the next frame) and refreshes the panel.
+  void selectFilterProperty(const std::string& name);
+  void changeFilterProperty() { refresh(Panel::Properties); }
+  // (smallest, largest) value of the selected property: the range sliders'
+  // bounds. The largest starts at 0, so it is never negative.
+  Bounds filterRangeBounds() const { return filter_.range; }
+  // (smallest, largest) edge weight: the threshold sliders' bounds.
+  Bounds weightThresholdBounds() const { return filter_.weights; }
+
  private:
   struct Token {};  // keeps construction to init()
 
@@ -205,8 +227,9 @@ class VXLController {
   enum class Install { Whole, MajorComponent };
   void install(const std::shared_ptr<QLONetwork>& network, Install mode);
   void installPositions(QLONetwork& network, Install mode);
-  void refresh(Panel panel) const;
-  void refreshAfterInstall() const;
+  void refresh(Panel panel);
+  void refreshAfterInstall();
+  void updateFilterSelector();
   template <class T>
   void forward(void (VXLNetworkView::*set)(T), T value) {
     (view_.get()->*set)(value);
@@ -220,6 +243,15 @@ class VXLController {
   std::string networkName_;
   ColourProperties colours_;
   Generator generator_;
+  struct FilterSelector {
+    std::vector<std::string> titles{"Node Degree"};
+    std::string selected = "Node Degree";
+    Bounds range, weights{0, 1};
+    // The bounds of a built-in measure depend only on the network's edges,
+    // which never change: they are kept until the network or title changes.
+    std::weak_ptr<const QLONetwork> rangeNetwork;
+    std::string rangeTitle;
+  } filter_;
   bool isClean_ = false;
   bool cameraInfo_ = false;
 };

@@ -1,6 +1,6 @@
 // Python access to the window controller: the registry through which a
 // script finds a window, the settings (forwarded to the view), the defaults,
-// network installation, the generator and the selection.
+// network installation, the generator, the selection and the filter selector.
 #include <pybind11/functional.h>
 #include <pybind11/stl.h>
 
@@ -118,6 +118,29 @@ void bindSelection(Controller& cls) {
   cls.def("setHiddenVertices", &C::setHiddenVertices, py::arg("mask"));
 }
 
+void bindFilter(Controller& cls) {
+  using C = VXLController;
+  cls.def("filterPropertyTitles", &C::filterPropertyTitles,
+          "The titles the filter selector offers for the network, in order.");
+  cls.def("filterPropertyName", &C::filterPropertyName, "The selected filter title.");
+  cls.def("selectFilterProperty", &C::selectFilterProperty, py::arg("name"),
+          "Selects the filter property when offered (else the selection stays); the view "
+          "resets the filter range to its values at the next frame.");
+  cls.def("changeFilterProperty", &C::changeFilterProperty);
+  cls.def(
+      "filterRangeBounds",
+      [](const C& c) {
+        return py::make_tuple(c.filterRangeBounds().lower, c.filterRangeBounds().upper);
+      },
+      "(smallest, largest) value of the selected filter property.");
+  cls.def(
+      "weightThresholdBounds",
+      [](const C& c) {
+        return py::make_tuple(c.weightThresholdBounds().lower, c.weightThresholdBounds().upper);
+      },
+      "(smallest, largest) edge weight; (0, 1) without weights.");
+}
+
 }  // namespace
 
 void bindController(py::module_& m) {
@@ -181,6 +204,7 @@ void bindController(py::module_& m) {
   bindSettings(cls);
   bindGenerator(cls);
   bindSelection(cls);
+  bindFilter(cls);
 }
 
 }  // namespace plexview

@@ -1,0 +1,103 @@
+#include "ui/SidePanel.h"
+
+#include <QTableView>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "ui/VXLVerticesTableController.h"
+#include "ui/panels/CollapsibleSection.h"
+#include "ui/panels/FilterPanel.h"
+#include "ui/panels/GeneratorPanel.h"
+#include "ui/panels/LayoutPanel.h"
+#include "ui/panels/NetworkInfoPanel.h"
+#include "ui/panels/ViewPanel.h"
+
+namespace ui {
+
+struct SidePanel::Panels {
+  NetworkInfoPanel* network;
+  GeneratorPanel* generator;
+  LayoutPanel* layout;
+  ViewPanel* view;
+  FilterPanel* filter;
+  VXLVerticesTableController* vertices;
+  QTimer* follow;
+};
+
+SidePanel::SidePanel(std::shared_ptr<VXLController> controller, QWidget* parent)
+    : QWidget(parent), panels_(std::make_unique<Panels>()), controller_(std::move(controller)) {
+  Panels& p = *panels_;
+  p.network = new NetworkInfoPanel(controller_);
+  p.generator = new GeneratorPanel(controller_);
+  p.layout = new LayoutPanel(controller_);
+  p.view = new ViewPanel(controller_);
+  p.filter = new FilterPanel(controller_);
+  p.vertices = new VXLVerticesTableController(controller_, this);
+  auto* table = new QTableView;
+  table->setObjectName("verticesTable");
+  table->setMinimumHeight(220);
+  p.vertices->setTable(table);
+
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(4, 4, 4, 4);
+  column->addWidget(new CollapsibleSection("Network", p.network, this));
+  column->addWidget(new CollapsibleSection("Generator", p.generator, this));
+  column->addWidget(new CollapsibleSection("Layout", p.layout, this));
+  column->addWidget(new CollapsibleSection("View", p.view, this));
+  column->addWidget(new CollapsibleSection("Filter", p.filter, this));
+  column->addWidget(new CollapsibleSection("Vertices", table, this));
+  column->addStretch(1);
+
+  // The view changes some of what the panels show on its own: Space starts
+  // and pauses the layout, and a frame resets the filter range to the values
+  // after the network or the filter property changed.
+  p.follow = new QTimer(this);
+  p.follow->setInterval(250);
+  connect(p.follow, &QTimer::timeout, this, [this] {
+    if (!isVisible()) return;
+    panels_->layout->showRunning();
+    panels_->filter->showValues();
+  });
+  p.follow->start();
+
+  refreshAll();
+}
+
+SidePanel::~SidePanel() {
+  // The controller outlives its window (scripts still find it): it must not
+  // call back into panels that are gone.
+  controller_->setRefreshListener(nullptr);
+}
+
+void SidePanel::refresh(VXLController::Panel panel) {
+  using Panel = VXLController::Panel;
+  Panels& p = *panels_;
+  switch (panel) {
+    case Panel::NetworkInfo:
+      p.network->refresh();
+      break;
+    case Panel::Generator:
+      p.generator->refresh();
+      break;
+    case Panel::Properties:
+      p.layout->refresh();
+      p.view->refresh();
+      p.filter->refresh();
+      break;
+    case Panel::Nodes:
+      p.vertices->reloadTable();
+      break;
+    case Panel::Colour:         // the colour panel's own
+    case Panel::NodesSelected:  // the table does not follow the view's selection
+      break;
+  }
+}
+
+void SidePanel::refreshAll() {
+  using Panel = VXLController::Panel;
+  for (Panel panel : {Panel::NetworkInfo, Panel::Generator, Panel::Properties, Panel::Nodes}) {
+    refresh(panel);
+  }
+}
+
+}  // namespace ui

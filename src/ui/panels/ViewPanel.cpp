@@ -1,0 +1,148 @@
+#include "ui/panels/ViewPanel.h"
+
+#include <QCheckBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QSignalBlocker>
+#include <cmath>
+
+#include "app/VXLController.h"
+
+namespace ui {
+namespace {
+
+using C = VXLController;
+
+struct SwitchRow {
+  const char* label;
+  const char* name;
+  bool (C::*get)() const;
+  void (C::*set)(bool);
+};
+
+// Every drawing and overlay switch the controller has. The camera overlay's
+// setter deliberately keeps the controller's own copy and leaves the view
+// alone; its box shows the view's state at the next refresh.
+constexpr SwitchRow kSwitches[] = {
+    {"Show nodes", "showNodes", &C::showNodes, &C::setShowNodes},
+    {"Show edges", "showEdges", &C::showEdges, &C::setShowEdges},
+    {"Blend lines", "blendLines", &C::blendLines, &C::setBlendLines},
+    {"Edges depth test", "edgesDepthTest", &C::edgesDepthTest, &C::setEdgesDepthTest},
+    {"Vertices depth test", "verticesDepthTest", &C::verticesDepthTest, &C::setVerticesDepthTest},
+    {"Simple shapes", "simpleShapes", &C::simpleShapes, &C::setSimpleShapes},
+    {"Motion blur", "shader", &C::shader, &C::setShader},
+    {"Limit nodes", "limitNodes", &C::limitNodes, &C::setLimitNodes},
+    {"Limit edges", "limitEdges", &C::limitEdges, &C::setLimitEdges},
+    {"Show legends", "showLegends", &C::showLegends, &C::setShowLegends},
+    {"Black background", "blackBackground", &C::blackBackground, &C::setBlackBackground},
+    {"General info", "generalInfo", &C::generalInfo, &C::setGeneralInfo},
+    {"Camera info", "cameraInfo", &C::cameraInfo, &C::setCameraInfo},
+    {"Vertex info", "vertexInfo", &C::vertexInfo, &C::setVertexInfo},
+};
+
+struct NumberRow {
+  const char* label;
+  const char* name;
+  double minimum, maximum, step;
+  int decimals;
+};
+
+QDoubleSpinBox* numberBox(const NumberRow& row, QWidget* parent) {
+  auto* box = new QDoubleSpinBox(parent);
+  box->setObjectName(row.name);
+  box->setRange(row.minimum, row.maximum);
+  box->setSingleStep(row.step);
+  box->setDecimals(row.decimals);
+  box->setKeyboardTracking(false);
+  return box;
+}
+
+}  // namespace
+
+ViewPanel::ViewPanel(std::shared_ptr<VXLController> controller, QWidget* parent)
+    : QWidget(parent), controller_(std::move(controller)) {
+  new QFormLayout(this);
+  addSwitches();
+  addNumbers();
+}
+
+void ViewPanel::addSwitches() {
+  auto* grid = new QGridLayout;
+  int k = 0;
+  const auto add = [&](const char* label, const char* name, std::function<bool()> get,
+                       std::function<void(bool)> set) {
+    auto* box = new QCheckBox(label, this);
+    box->setObjectName(name);
+    connect(box, &QCheckBox::toggled, this, std::move(set));
+    grid->addWidget(box, k / 2, k % 2);
+    ++k;
+    switches_.push_back({box, std::move(get)});
+  };
+  for (const SwitchRow& row : kSwitches) {
+    add(
+        row.label, row.name, [this, get = row.get] { return ((*controller_).*get)(); },
+        [this, set = row.set](bool on) { ((*controller_).*set)(on); });
+  }
+  // The capability report is the view's own switch.
+  add(
+      "Graphics report", "drawCaps", [this] { return controller_->networkView()->fDrawCaps(); },
+      [this](bool on) { controller_->networkView()->setFDrawCaps(on); });
+  static_cast<QFormLayout*>(layout())->addRow(grid);
+}
+
+void ViewPanel::addNumbers() {
+  auto* form = static_cast<QFormLayout*>(layout());
+  const auto add = [&](const NumberRow& row, std::function<double()> get,
+                       std::function<void(double)> set) {
+    QDoubleSpinBox* box = numberBox(row, this);
+    connect(box, &QDoubleSpinBox::valueChanged, this, std::move(set));
+    form->addRow(row.label, box);
+    numbers_.push_back({box, std::move(get)});
+  };
+  auto& c = *controller_;
+  const auto f = [](double v) { return static_cast<float>(v); };
+  add(
+      {"Edges intensity:", "edgesIntensity", 0, 1, 0.05, 2}, [&c] { return c.edgesIntensity(); },
+      [&c, f](double v) { c.setEdgesIntensity(f(v)); });
+  add(
+      {"Vertices intensity:", "verticesIntensity", 0, 1, 0.05, 2},
+      [&c] { return c.verticesIntensity(); }, [&c, f](double v) { c.setVerticesIntensity(f(v)); });
+  add(
+      {"Scale:", "scale", 0.01, 100, 0.1, 2}, [&c] { return c.networkView()->scale(); },
+      [&c, f](double v) { c.networkView()->setScale(f(v)); });
+  // The view loads a changed projection only when a slider action of its own
+  // marks it stale: that action goes first, the controller then sets the
+  // exact value.
+  add(
+      {"Near:", "nearClipDistance", 0.01, 1e5, 0.5, 2}, [&c] { return c.nearClipDistance(); },
+      [&c, f](double v) {
+        if (v > 0) c.networkView()->updateNear(std::log(v) / std::log(4.0));
+        c.setNearClipDistance(f(v));
+      });
+  add(
+      {"Far:", "farClipDistance", 1, 1e7, 100, 0}, [&c] { return c.farClipDistance(); },
+      [&c, f](double v) {
+        if (v > 0) c.networkView()->updateFar(std::log(v / 2000.0) / std::log(4.0));
+        c.setFarClipDistance(f(v));
+      });
+  add(
+      {"Line width:", "viewLineWidth", 0.1, 20, 0.5, 1}, [&c] { return c.viewLineWidth(); },
+      [&c, f](double v) { c.setViewLineWidth(f(v)); });
+  add(
+      {"Legend size:", "viewLegendSize", 0.1, 10, 0.1, 2}, [&c] { return c.viewLegendSize(); },
+      [&c, f](double v) { c.setViewLegendSize(f(v)); });
+}
+
+void ViewPanel::refresh() {
+  for (const auto& [box, get] : switches_) {
+    const QSignalBlocker block(box);
+    box->setChecked(get());
+  }
+  for (const auto& [box, get] : numbers_) {
+    const QSignalBlocker block(box);
+    box->setValue(get());
+  }
+}
+
+}  // namespace ui

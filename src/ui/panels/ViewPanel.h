@@ -1,0 +1,37 @@
+#pragma once
+// The view panel: the drawing switches, the overlays and the capability
+// report, the intensities, scale, clipping distances, line width and legend
+// size. Each control goes through the controller's setter where there is one.
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QCheckBox;
+class QDoubleSpinBox;
+class VXLController;
+
+namespace ui {
+
+class ViewPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit ViewPanel(std::shared_ptr<VXLController> controller, QWidget* parent = nullptr);
+  void refresh();
+
+ private:
+  template <class Control, class Value>
+  struct Bound {
+    Control* control;
+    std::function<Value()> get;
+  };
+  void addSwitches();
+  void addNumbers();
+
+  std::shared_ptr<VXLController> controller_;
+  std::vector<Bound<QCheckBox, bool>> switches_;
+  std::vector<Bound<QDoubleSpinBox, double>> numbers_;
+};
+
+}  // namespace ui
