@@ -7,6 +7,7 @@
 #include <QImage>
 #include <string>
 
+#include "render/overlaytexture.h"
 #include "render/scenecolours.h"
 
 // The typeface of a text, requested by name (fontconfig substitutes).
@@ -14,17 +15,6 @@ struct TextAttributes {
   std::string family = "Helvetica";
   double pointSize = 10.0;
   bool operator==(const TextAttributes&) const = default;
-};
-
-struct TextSize {
-  double width = 0;
-  double height = 0;
-  bool operator==(const TextSize&) const = default;
-};
-
-// A rectangle in the overlay's pixel coordinates (origin top left).
-struct TextBounds {
-  double x = 0, y = 0, width = 0, height = 0;
 };
 
 enum class Antialias { Off, On };

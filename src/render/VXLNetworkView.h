@@ -30,6 +30,7 @@
 #include "render/VXLCamera.h"
 
 class GLString;
+class VXLLegends;
 
 // Interaction types: the keyboard modifiers held at a mouse event, and the
 // handler told when a vertex's details are shown.
@@ -387,9 +388,13 @@ class VXLNetworkView {
   // turns it on, so headless frames show the scene alone.
   bool fInfo() const { return overlays_.info.load(kRelaxed); }
   void setFInfo(bool value) { overlays_.info.store(value, kRelaxed); }
-  // The legend's height factor (its height follows it and the view's).
+  // The legend drawn at the bottom left while showLegends is on (under the
+  // lock). Its height is legendsHeight x the view's height / 460, set when
+  // either is installed and on every resize.
+  std::shared_ptr<VXLLegends> legends() const;
+  void setLegends(std::shared_ptr<VXLLegends> legends);
   float legendsHeight() const { return overlays_.legendsHeight.load(kRelaxed); }
-  void setLegendsHeight(float value) { overlays_.legendsHeight.store(value, kRelaxed); }
+  void setLegendsHeight(float value);
   // GL: draws the enabled texts in pixel coordinates over the viewport.
   void drawInfo();
 
@@ -404,11 +409,15 @@ class VXLNetworkView {
     std::atomic<bool> cameraInfo{false}, generalInfo{false}, vertexInfo{true};
     std::atomic<bool> drawCaps{false}, info{false};  // a window turns info on
     std::atomic<float> legendsHeight{1.0f};
+    std::shared_ptr<VXLLegends> legends;  // under lock_
+    // Replaced legends whose textures the next drawInfo deletes (under lock_).
+    std::vector<std::shared_ptr<VXLLegends>> retiredLegends;
     // Textures, made on first draw (drawing only); shared_ptr keeps the
     // view's destructor free of GLString's definition.
     std::shared_ptr<GLString> camTex, infoTex, vertexTex, msgTex, errTex, capsTex;
   } overlays_;
   double secondsSinceStart() const;
+  void fitLegendsHeight();  // lock_ held
 
  private:
   static constexpr auto kRelaxed = std::memory_order_relaxed;

@@ -197,7 +197,10 @@ void VXLNetworkView::resizeGL(int width, int height) {
   const VXLCamera current = camera();
   if (width == current.viewWidth && height == current.viewHeight) return;
   resizeCommands(width, height);
-  // The legend height follows the new size here once legends exist.
+  {
+    std::lock_guard lock(lock_);
+    fitLegendsHeight();
+  }
   if (shader()) makeBlendingTextures(width, height);
 }
 

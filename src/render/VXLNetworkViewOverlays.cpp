@@ -6,6 +6,7 @@
 #include <mutex>
 
 #include "render/GLString.h"
+#include "render/VXLLegends.h"
 #include "render/VXLNetworkView.h"
 #include "render/capabilities.h"
 
@@ -203,6 +204,12 @@ void VXLNetworkView::drawInfo() {
              overlays_.msgTime,     overlays_.errorTime};
   }
   if (fDrawCaps() && texts.capabilities.empty()) texts.capabilities = capabilitiesText();
+  std::vector<std::shared_ptr<VXLLegends>> retired;
+  {
+    std::lock_guard lock(lock_);
+    retired.swap(overlays_.retiredLegends);
+  }
+  for (const auto& legend : retired) legend->deleteTexture();
 
   GLint viewport[4] = {0, 0, 0, 0};
   glGetIntegerv(GL_VIEWPORT, viewport);
@@ -228,7 +235,10 @@ void VXLNetworkView::drawInfo() {
     GLString& text = textTexture(overlays_.infoTex, texts.info, grey);
     text.drawAtPoint(w / 2 - text.frameSize().width / 2, h / 2 - text.frameSize().height / 2);
   }
-  // The legend is drawn here, at the bottom left corner, with the colour step.
+  if (const std::shared_ptr<VXLLegends> legend = legends(); legend && showLegends()) {
+    if (legend->requiresUpdate()) legend->genTexture();  // settles the size for placing
+    legend->drawAtPoint(kInset, h - kInset - legend->texSize().height);
+  }
   if (vertexInfo() && !texts.vertexInfo.empty()) {
     const Look details{kStandardAttributes, kDetailsText, kDetailsBox, kDetailsBorder};
     GLString& text = textTexture(overlays_.vertexTex, texts.vertexInfo, details);

@@ -1,6 +1,7 @@
 // The view's scene state that needs no GL: colours, the selection mask, the
 // camera record and rotations, and the background choice.
 #include "quillo/log.h"
+#include "render/VXLLegends.h"
 #include "render/VXLNetworkView.h"
 
 std::shared_ptr<QLOVector3dArray> VXLNetworkView::colors() const {
@@ -70,7 +71,13 @@ void VXLNetworkView::setObjectRotation(const Rotation& rotation) {
 void VXLNetworkView::setBlackBackground(bool value) {
   options_.blackBackground.store(value, kRelaxed);
   std::lock_guard lock(lock_);
-  // The legend switches to its dark or light defaults here once legends exist.
+  if (overlays_.legends) {
+    if (value) {
+      overlays_.legends->useDarkBackgroundDefaults();
+    } else {
+      overlays_.legends->useLightBackgroundDefaults();
+    }
+  }
   std::string line = "blackBackground:";
   line += value ? "YES" : "NO";
   quillo::logLine(line);

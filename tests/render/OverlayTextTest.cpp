@@ -3,12 +3,12 @@
 // information and message texts, the fade, and the capability text layout.
 #include <gtest/gtest.h>
 
-#include <QGuiApplication>
 #include <QImage>
 #include <functional>
 #include <regex>
 #include <sstream>
 
+#include "../support/gui_application.h"
 #include "render/GLString.h"
 #include "render/VXLNetworkView.h"
 #include "render/capabilities.h"
@@ -19,13 +19,7 @@ namespace {
 // display.
 class GLStringImage : public ::testing::Test {
  protected:
-  void SetUp() override {
-    static int argc = 3;
-    static char name[] = "layout_tests", option[] = "-platform", platform[] = "offscreen";
-    static char* argv[] = {name, option, platform, nullptr};
-    static QGuiApplication* application = new QGuiApplication(argc, argv);
-    (void)application;
-  }
+  void SetUp() override { testing_support::ensureGuiApplication(); }
 };
 
 TEST_F(GLStringImage, FrameIsTheTextSizePlusTwiceTheMarginsOrTheStaticFrame) {

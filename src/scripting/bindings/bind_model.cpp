@@ -16,6 +16,7 @@ void bindModel(pybind11::module_& m) {
   bindVertex(m);
   bindNetwork(m);
   bindView(m);
+  bindLegends(m);
   bindController(m);
   bindColour(m);
 }

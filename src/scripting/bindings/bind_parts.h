@@ -14,6 +14,7 @@ void bindRandomGenerator(pybind11::module_& m);
 void bindVertex(pybind11::module_& m);
 void bindNetwork(pybind11::module_& m);
 void bindView(pybind11::module_& m);
+void bindLegends(pybind11::module_& m);  // also gives the view its legend
 void bindController(pybind11::module_& m);
 // The plexview.colour submodule (plain functions; no class depends on it).
 void bindColour(pybind11::module_& m);
