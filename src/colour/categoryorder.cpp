@@ -52,7 +52,8 @@ std::vector<QLOCompareStub> measureStubs(const CategoryIndex& categories, const 
   stubs.reserve(n);
   for (std::uint32_t c = 0; c < n; ++c) {
     double key = sums[c];
-    if (sort.mode == SortMode::Average) key = terms[c] == 0 ? 0.0 : key / double(terms[c]);
+    if (sort.mode == SortMode::Average)
+      key = terms[c] == 0 ? 0.0 : key / static_cast<double>(terms[c]);
     stubs.emplace_back(categories.values[c], static_cast<float>(key), c);
   }
   return stubs;
