@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
 #include <QProgressDialog>
 
 #include "app/QLODocumentController.h"
@@ -15,21 +16,24 @@ namespace {
 // Shown only when reading takes longer than this.
 constexpr int kProgressDelayMilliseconds = 300;
 
-// A busy indicator over the front window; the window stays usable.
+// A busy indicator over the front window; the window stays usable. The
+// window may close (and take the dialog with it) before the read ends.
 class OpeningProgress : public QLODocumentController::Progress {
  public:
-  OpeningProgress(QWidget* parent, const std::string& fileName) : dialog_(parent) {
-    dialog_.setObjectName(QStringLiteral("openingProgress"));
-    dialog_.setWindowModality(Qt::NonModal);
-    dialog_.setLabelText(QObject::tr("Opening %1\u2026").arg(QString::fromStdString(fileName)));
-    dialog_.setCancelButton(nullptr);
-    dialog_.setRange(0, 0);
-    dialog_.setMinimumDuration(kProgressDelayMilliseconds);
-    dialog_.setValue(0);
+  OpeningProgress(QWidget* parent, const std::string& fileName)
+      : dialog_(new QProgressDialog(parent)) {
+    dialog_->setObjectName(QStringLiteral("openingProgress"));
+    dialog_->setWindowModality(Qt::NonModal);
+    dialog_->setLabelText(QObject::tr("Opening %1\u2026").arg(QString::fromStdString(fileName)));
+    dialog_->setCancelButton(nullptr);
+    dialog_->setRange(0, 0);
+    dialog_->setMinimumDuration(kProgressDelayMilliseconds);
+    dialog_->setValue(0);
   }
+  ~OpeningProgress() override { delete dialog_.data(); }
 
  private:
-  QProgressDialog dialog_;
+  QPointer<QProgressDialog> dialog_;
 };
 
 // The window of the current document, else the active window (null when

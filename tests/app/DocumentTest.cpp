@@ -546,25 +546,6 @@ TEST_F(Documents, ClosingHandsTheFrontToAnotherDocumentOnce) {
   EXPECT_FALSE(controllerOf(second).isClean());
 }
 
-TEST_F(Documents, MenuItemsAndExports) {
-  struct Item {
-    const char* action;
-    bool usual, enabled;
-  };
-  for (const Item& item : {Item{"exportToPDF", false, true}, Item{"exportTo3D", false, false},
-                           Item{"exportTo3D", true, true}, Item{"saveDocument", false, false}}) {
-    EXPECT_EQ(startUp_->validateUserInterfaceItem(item.action, item.usual), item.enabled)
-        << item.action;
-  }
-  for (auto run : {&QLOComplexNetwork::exportToPDF, &QLOComplexNetwork::exportTo3D,
-                   &QLOComplexNetwork::exportNetworkToPajekFormat,
-                   &QLOComplexNetwork::exportNetworkToEdgesFormat}) {
-    const ExportResult result = ((*startUp_).*run)();
-    EXPECT_FALSE(result.done);
-    EXPECT_NE(result.message.find("not available"), std::string::npos) << result.message;
-  }
-}
-
 TEST_F(Documents, RecentFilesAreTheTenNewestWithoutRepeats) {
   for (int i = 0; i < 12; ++i) documents().noteNewRecentDocumentURL(folder_ / std::to_string(i));
   documents().noteNewRecentDocumentURL(folder_ / "5");

@@ -190,6 +190,26 @@ TEST_F(DocumentWindows, ClosingWhileTheLayoutRunsStopsItFirst) {
   }
 }
 
+TEST_F(DocumentWindows, AWindowClosedWhileAFileIsReadIntoItDropsTheFile) {
+  ui::DocumentWindow* window = startUpWindow();
+  ASSERT_TRUE(window);
+  QPointer<ui::DocumentWindow> guard(window);
+  bool done = false;
+  QLOComplexNetwork::Ptr result = window->document();
+  documents().openDocumentInBackground(kData / "two-parts.net", Display::Show,
+                                       [&](const QLOComplexNetwork::Ptr& document) {
+                                         result = document;
+                                         done = true;
+                                       });
+  // Closed and gone before the read can be handed back.
+  ASSERT_TRUE(window->close());
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(guard.isNull());
+  ASSERT_TRUE(processEventsUntil([&] { return done && guard.isNull(); }));
+  EXPECT_FALSE(result);
+  EXPECT_TRUE(documents().documents().empty());
+}
+
 TEST_F(DocumentWindows, UnsavedChangesAreAskedAboutOnClose) {
   enum class Answer { Cancel, DontSave, Save };
   struct Case {
