@@ -1,18 +1,20 @@
-// The plexview program: a window on a network, or with --snapshot one frame
-// rendered off screen to a PNG file. See app/options.h for the command line.
+// The plexview program: a window per network file (or the untitled start-up
+// window), or with --snapshot one frame rendered off screen to a PNG file.
+// See app/options.h for the command line.
 #include <QApplication>
 #include <QGuiApplication>
 #include <QImage>
-#include <QMessageBox>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "app/QLODocumentController.h"
 #include "app/networkfile.h"
 #include "app/options.h"
 #include "render/VXLNetworkView.h"
-#include "ui/MainWindow.h"
+#include "ui/documentui.h"
 #include "ui/snapshot.h"
 
 namespace {
@@ -28,9 +30,9 @@ void printError(const std::string& message) {
 // The file's network, or a generated one without a file; null (with the
 // reason in `error`) when the file cannot be read.
 QLONetwork::Ptr networkFor(const app::Options& options, std::string& error) {
-  if (options.file.empty()) return app::generatedNetwork();
+  if (options.files.empty()) return app::generatedNetwork();
   ReadError readError;
-  auto network = app::openNetworkFile(options.file, readError);
+  auto network = app::openNetworkFile(options.files.front(), readError);
   if (!network) error = readError.describe();
   return network;
 }
@@ -71,20 +73,28 @@ int runSnapshot(int argc, char** argv, const app::Options& options) {
 
 int runWindow(int argc, char** argv, const app::Options& options) {
   QApplication application(argc, argv);
-  std::string error;
-  const auto network = networkFor(options, error);
-  if (!network) {
-    printError(error);
-    QMessageBox::critical(
-        nullptr, QStringLiteral("Plexview"),
-        QStringLiteral("The network could not be opened.\n\n") + QString::fromStdString(error));
-    return kFailed;
+  QApplication::setApplicationName(QStringLiteral("plexview"));
+  QApplication::setOrganizationName(QStringLiteral("plexview"));
+  QLODocumentController documents;
+  ui::installDocumentUi(documents);
+  if (options.files.empty()) {
+    documents.newDocument();
+    return application.exec();
   }
-  const QString title = options.file.empty()
-                            ? QStringLiteral("Random network")
-                            : QString::fromStdString(options.file.filename().string());
-  ui::MainWindow window(network, title);
-  window.show();
+
+  // Until every file has been read no document window may exist yet; the
+  // progress and alerts shown meanwhile must not end the program.
+  QApplication::setQuitOnLastWindowClosed(false);
+  auto remaining = std::make_shared<std::size_t>(options.files.size());
+  for (const auto& file : options.files) {
+    documents.openDocumentInBackground(file, QLODocumentController::Display::Show,
+                                       [&documents, remaining](const QLOComplexNetwork::Ptr&) {
+                                         if (--*remaining > 0) return;
+                                         QApplication::setQuitOnLastWindowClosed(true);
+                                         if (documents.documents().empty())
+                                           QApplication::exit(kFailed);
+                                       });
+  }
   return application.exec();
 }
 

@@ -8,9 +8,9 @@
 
 namespace app {
 
-// Pajek for .net and .paj, GraphML for .graphml and .xml; any other name is
-// read as GraphML when its first character is '<', as Pajek otherwise. Null
-// with the reason in `error` when the file cannot be read.
+// Reads the file with the reader of its type (app/doctypes.h: the extension,
+// else the first character). Null with the reason in `error` when the file
+// cannot be read.
 QLONetwork::Ptr openNetworkFile(const std::filesystem::path& file, ReadError& error);
 
 // The network a window opens on without a file: random, 2000 vertices of

@@ -46,15 +46,7 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
     const std::string& arg = arguments[i];
     const bool isOption = !optionsEnded && arg.size() > 1 && arg[0] == '-';
     if (!isOption) {
-      if (!options.file.empty()) {
-        std::string reason = "only one network file can be opened (got ";
-        reason += options.file.string();
-        reason += " and ";
-        reason += arg;
-        reason += ")";
-        return refuse(std::move(reason));
-      }
-      options.file = arg;
+      options.files.emplace_back(arg);
       continue;
     }
     if (arg == "--") {
@@ -104,16 +96,24 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
   if (options.mode != RunMode::Snapshot && (stepsGiven || sizeGiven)) {
     return refuse("--steps and --size apply to --snapshot only");
   }
+  if (options.mode == RunMode::Snapshot && options.files.size() > 1) {
+    std::string reason = "--snapshot shows one network file (got ";
+    reason += options.files[0].string();
+    reason += " and ";
+    reason += options.files[1].string();
+    reason += ")";
+    return refuse(std::move(reason));
+  }
   return {options, {}};
 }
 
 std::string usageText() {
-  return "usage: plexview [FILE]\n"
+  return "usage: plexview [FILE...]\n"
          "       plexview --snapshot OUT.png [--steps N] [--size WxH] [FILE]\n"
-         "FILE is a Pajek (.net, .paj) or GraphML network; without one a random\n"
-         "network of 2000 vertices is generated. --snapshot lays the network out for\n"
-         "N steps (default 200) and writes one frame of WxH pixels (default 800x600)\n"
-         "without showing a window.\n";
+         "FILE is a Pajek (.net, .paj) or GraphML network, each opened in a window of\n"
+         "its own; without one a random network of 2000 vertices is generated.\n"
+         "--snapshot lays the network out for N steps (default 200) and writes one\n"
+         "frame of WxH pixels (default 800x600) without showing a window.\n";
 }
 
 }  // namespace app

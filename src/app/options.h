@@ -1,6 +1,6 @@
 #pragma once
 // The plexview command line:
-//   plexview [FILE]                                          a window
+//   plexview [FILE...]                                       a window per file
 //   plexview --snapshot OUT.png [--steps N] [--size WxH] [FILE]  one frame, no window
 // FILE is a Pajek or GraphML network; without one a random network is generated.
 #include <cstdint>
@@ -15,10 +15,10 @@ enum class RunMode { Window, Snapshot, Help };
 
 struct Options {
   RunMode mode = RunMode::Window;
-  std::filesystem::path file;      // empty: a generated network
-  std::filesystem::path snapshot;  // the PNG written in Snapshot mode
-  std::uint64_t steps = 200;       // layout steps before the snapshot
-  int width = 800;                 // snapshot size in pixels
+  std::vector<std::filesystem::path> files;  // none: a generated network
+  std::filesystem::path snapshot;            // the PNG written in Snapshot mode
+  std::uint64_t steps = 200;                 // layout steps before the snapshot
+  int width = 800;                           // snapshot size in pixels
   int height = 600;
 };
 

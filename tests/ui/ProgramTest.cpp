@@ -26,17 +26,19 @@ TEST(ProgramOptions, AcceptedCommandLines) {
   struct Case {
     std::vector<std::string> args;
     app::RunMode mode;
-    std::string file, snapshot;
+    std::vector<fs::path> files;
+    std::string snapshot;
     std::uint64_t steps;
     int width, height;
   };
   const Case cases[] = {
-      {{}, Window, "", "", S, W, H},
-      {{"a.net"}, Window, "a.net", "", S, W, H},
-      {{"b", "--snapshot", "o", "--steps", "0", "--size", "7X9"}, Snapshot, "b", "o", 0, 7, 9},
-      {{"--", "-dash.net"}, Window, "-dash.net", "", S, W, H},
-      {{"--snapshot", "o.png", "-"}, Snapshot, "-", "o.png", S, W, H},
-      {{"x.net", "--help"}, Help, "x.net", "", S, W, H},
+      {{}, Window, {}, "", S, W, H},
+      {{"a.net"}, Window, {"a.net"}, "", S, W, H},
+      {{"a.net", "b.graphml", "a.net"}, Window, {"a.net", "b.graphml", "a.net"}, "", S, W, H},
+      {{"b", "--snapshot", "o", "--steps", "0", "--size", "7X9"}, Snapshot, {"b"}, "o", 0, 7, 9},
+      {{"--", "-dash.net"}, Window, {"-dash.net"}, "", S, W, H},
+      {{"--snapshot", "o.png", "-"}, Snapshot, {"-"}, "o.png", S, W, H},
+      {{"x.net", "--help"}, Help, {"x.net"}, "", S, W, H},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(::testing::PrintToString(c.args));
@@ -44,7 +46,7 @@ TEST(ProgramOptions, AcceptedCommandLines) {
     ASSERT_TRUE(parsed.options) << parsed.error;
     const app::Options& o = *parsed.options;
     EXPECT_EQ(o.mode, c.mode);
-    EXPECT_EQ(o.file, fs::path(c.file));
+    EXPECT_EQ(o.files, c.files);
     EXPECT_EQ(o.snapshot, fs::path(c.snapshot));
     EXPECT_EQ(o.steps, c.steps);
     EXPECT_EQ(o.width, c.width);
@@ -67,7 +69,7 @@ TEST(ProgramOptions, RefusedCommandLinesSayWhy) {
       {{"--snapshot", "o.png", "--size", "20000x10"}, "20000x10"},
       {{"--steps", "10"}, "--snapshot"},
       {{"--size", "10x10", "a.net"}, "--snapshot"},
-      {{"a.net", "b.net"}, "b.net"},
+      {{"--snapshot", "o.png", "a.net", "b.net"}, "b.net"},
   };
   for (const Case& c : cases) {
     const app::ParsedOptions parsed = app::parseOptions(c.args);

@@ -1,11 +1,17 @@
 #pragma once
-// What the window tests share: one QApplication for the whole program, and
-// a wait that processes events until a condition holds.
+// What the window tests share: one QApplication and one document controller
+// (with the real windows, panels and alerts) for the whole program, and a
+// wait that processes events until a condition holds.
 #include <QApplication>
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QSettings>
+#include <QStandardPaths>
 #include <QTest>
 #include <chrono>
+
+#include "app/QLODocumentController.h"
+#include "ui/documentui.h"
 
 namespace uitest {
 
@@ -13,8 +19,26 @@ inline void ensureApplication() {
   static int argc = 1;
   static char name[] = "ui_gl_tests";
   static char* argv[] = {name, nullptr};
-  static QApplication* application = new QApplication(argc, argv);
+  static QApplication* application = [] {
+    auto* made = new QApplication(argc, argv);
+    // Recent files and autosaves stay out of the user's own folders.
+    QStandardPaths::setTestModeEnabled(true);
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                       QStringLiteral(PLEXVIEW_TEST_OUTPUT "/settings"));
+    return made;
+  }();
   (void)application;
+}
+
+// The program's document controller, as the plexview program sets it up.
+inline QLODocumentController& documents() {
+  ensureApplication();
+  static QLODocumentController* controller = [] {
+    auto* made = new QLODocumentController;
+    ui::installDocumentUi(*made);
+    return made;
+  }();
+  return *controller;
 }
 
 // Processes events until `done()` holds, giving up after `limit` (a bound on

@@ -1,0 +1,220 @@
+#include "app/QLOComplexNetwork.h"
+
+#include <QStandardPaths>
+#include <QTimer>
+#include <system_error>
+
+#include "app/QLODocumentController.h"
+#include "app/doctypes.h"
+#include "quillo/log.h"
+
+namespace fs = std::filesystem;
+
+QLOComplexNetwork::QLOComplexNetwork() : fileType_(app::kComplexNetworkType) {}
+
+QLOComplexNetwork::~QLOComplexNetwork() = default;
+
+void QLOComplexNetwork::windowControllerDidLoadNib() {
+  loadOpennedNetwork();
+  loaded_ = true;
+  autosaveTimer_ = std::make_unique<QTimer>();
+  autosaveTimer_->setInterval(autosaveInterval_);
+  QObject::connect(autosaveTimer_.get(), &QTimer::timeout, [this] {
+    std::string reason;
+    if (!autosave(&reason)) quillo::logLine("Autosave failed: " + reason);
+  });
+  autosaveTimer_->start();
+}
+
+bool QLOComplexNetwork::readFromURL(const fs::path& url, std::string_view type,
+                                    DocumentError* error) {
+  const QLODocumentController* controller = QLODocumentController::sharedDocumentController();
+  isMajorComponentOnlySelected_ = controller && controller->isMajorComponentOnlySelected();
+  quillo::logLine("Opening: URL: " + url.string());
+  readError_ = ReadError{};
+  if (app::typeConformsTo(type, app::kComplexNetworkType)) {
+    setNetworkToBeOppened(QLONetwork::initWithContentsOfURL(url, &readError_));
+  } else if (app::typeConformsTo(type, app::kPajekNetworkType)) {
+    // Untitled, so that saving never writes GraphML over the Pajek file.
+    fileURL_.clear();
+    displayName_ = url.stem().string();
+    fileType_ = app::kComplexNetworkType;
+    setNetworkToBeOppened(QLONetwork::initWithContentsOfPajekURL(url, &readError_));
+  } else {
+    readError_ = ReadError{url.string(), 0, "not a network file"};
+  }
+  // A caller that asks for no error is told the read went well, whatever
+  // happened; that is how callers without an error have always been served.
+  if (!error) return true;
+  if (networkToBeOppened()) return true;
+  *error = DocumentError{std::string(kOSStatusErrorDomain), -4};
+  return false;
+}
+
+void QLOComplexNetwork::loadOpennedNetwork() {
+  const QLONetwork::Ptr network = networkToBeOppened();
+  if (!network) return;  // the controller keeps the network it generated
+  installing_ = true;
+  if (!isMajorComponentOnlySelected_) {
+    if (networkController_) networkController_->setNetwork(network);
+    installing_ = false;
+    return;
+  }
+  if (networkController_) networkController_->setMajorConnectedNetwork(network);
+  installing_ = false;
+  // Saving the component writes beside the opened file, not over it.
+  if (!fileURL_.empty()) {
+    fs::path major = fileURL_.parent_path() / (fileURL_.stem().string() + "-major");
+    major += fileURL_.extension();
+    setFileURL(major);
+  }
+}
+
+void QLOComplexNetwork::close() {
+  if (closed_) return;
+  if (networkController_) {
+    quillo::logLine("Closing");
+    networkController_->cleanup();
+  }
+  closed_ = true;
+  autosaveTimer_.reset();
+  removeAutosave();
+  // The listener may drop the last reference to this document: it runs last,
+  // from a copy of its own.
+  const std::function<void()> listener = std::move(closeListener_);
+  if (listener) listener();
+}
+
+bool QLOComplexNetwork::validateUserInterfaceItem(std::string_view action, bool usual) const {
+  quillo::logLine(action);
+  if (action == "exportToPDF") return true;
+  return usual;
+}
+
+// The exports land later; until then each action answers why nothing was
+// written instead of forwarding to the controller.
+ExportResult QLOComplexNetwork::exportToPDF() {
+  return {false, "PDF export is not available yet."};
+}
+
+ExportResult QLOComplexNetwork::exportTo3D() {
+  return {false, "3D export is not available yet."};
+}
+
+ExportResult QLOComplexNetwork::exportNetworkToPajekFormat() {
+  return {false, "Pajek export is not available yet."};
+}
+
+ExportResult QLOComplexNetwork::exportNetworkToEdgesFormat() {
+  return {false, "Edge list export is not available yet."};
+}
+
+void QLOComplexNetwork::setFileURL(const fs::path& url) {
+  fileURL_ = url;
+  notifyState();
+}
+
+std::string QLOComplexNetwork::displayName() const {
+  if (!displayName_.empty()) return displayName_;
+  if (!fileURL_.empty()) return fileURL_.filename().string();
+  return defaultDraftName();
+}
+
+void QLOComplexNetwork::setDisplayName(const std::string& name) {
+  displayName_ = name;
+  notifyState();
+}
+
+void QLOComplexNetwork::updateChangeCount(Change change) {
+  const bool before = isDocumentEdited();
+  if (change == Change::Done) {
+    ++changeCount_;
+  } else {
+    changeCount_ = 0;
+    layoutRan_ = false;
+  }
+  if (before != isDocumentEdited()) notifyState();
+}
+
+void QLOComplexNetwork::noteLayoutRan() {
+  if (layoutRan_) return;
+  const bool before = isDocumentEdited();
+  layoutRan_ = true;
+  if (before != isDocumentEdited()) notifyState();
+}
+
+void QLOComplexNetwork::controllerDidRefresh(VXLController::Panel panel) {
+  // Every setting and every installation refreshes the properties panel.
+  if (!loaded_ || installing_ || closed_ || panel != VXLController::Panel::Properties) return;
+  updateChangeCount(Change::Done);
+}
+
+bool QLOComplexNetwork::isDocumentEdited() const {
+  const bool untouchedStartUp = isDefaultNetwork() && changeCount_ == 0 && fileURL_.empty();
+  if (untouchedStartUp) return false;
+  return changeCount_ > 0 || layoutRan_;
+}
+
+QLONetwork::Ptr QLOComplexNetwork::shownNetwork() const {
+  if (networkController_) {
+    if (auto shown = networkController_->network()) return shown;
+  }
+  return networkToBeOppened();
+}
+
+bool QLOComplexNetwork::writeNetwork(const fs::path& url, std::string* error) {
+  const QLONetwork::Ptr network = shownNetwork();
+  if (!network) {
+    if (error) *error = url.string() + ": there is no network to save";
+    return false;
+  }
+  // "Position" is to hold the layout as it is shown now.
+  if (networkController_ && networkController_->network() == network) {
+    networkController_->setPositions(networkController_->positions());
+  }
+  return network->writeToURL(url, WriteMode::Atomic, error);
+}
+
+bool QLOComplexNetwork::saveToURL(const fs::path& url, std::string* error) {
+  if (!writeNetwork(url, error)) return false;
+  fileURL_ = url;
+  displayName_.clear();
+  fileType_ = app::kComplexNetworkType;
+  removeAutosave();
+  changeCount_ = 0;
+  layoutRan_ = false;
+  notifyState();
+  return true;
+}
+
+bool QLOComplexNetwork::autosave(std::string* error) {
+  if (closed_ || !isDocumentEdited()) return true;
+  if (!fileURL_.empty()) return saveToURL(fileURL_, error);
+  if (autosaveURL_.empty()) {
+    autosaveURL_ = autosaveFolder() / (VXLController::UUIDString() + ".graphml");
+  }
+  std::error_code ignored;
+  fs::create_directories(autosaveURL_.parent_path(), ignored);
+  return writeNetwork(autosaveURL_, error);
+}
+
+void QLOComplexNetwork::setAutosaveInterval(std::chrono::milliseconds interval) {
+  autosaveInterval_ = interval;
+  if (autosaveTimer_) autosaveTimer_->setInterval(interval);
+}
+
+fs::path QLOComplexNetwork::autosaveFolder() {
+  const QString data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+  return fs::path(data.toStdString()) / "autosave";
+}
+
+void QLOComplexNetwork::removeAutosave() {
+  if (autosaveURL_.empty()) return;
+  std::error_code ignored;
+  fs::remove(autosaveURL_, ignored);
+  autosaveURL_.clear();
+}
+
+void QLOComplexNetwork::notifyState() {
+  if (stateListener_) stateListener_();
+}

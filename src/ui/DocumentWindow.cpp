@@ -1,0 +1,352 @@
+#include "ui/DocumentWindow.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QKeySequence>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QVariantAnimation>
+
+#include "ui/NetworkViewWidget.h"
+#include "ui/SidePanel.h"
+
+namespace ui {
+
+namespace {
+
+constexpr int kSlideMilliseconds = 250;
+// How often the window looks whether the layout is moving the vertices.
+constexpr int kLayoutWatchMilliseconds = 500;
+
+QString plural(std::uint64_t count, const char* one, const char* many) {
+  return QString::number(count) + QLatin1Char(' ') + QLatin1String(count == 1 ? one : many);
+}
+
+QString toQString(const std::string& text) {
+  return QString::fromStdString(text);
+}
+
+// The document's export actions; the name is what the document validates.
+struct ExportItem {
+  const char* text;
+  const char* action;
+  ExportResult (QLOComplexNetwork::*run)();
+};
+constexpr ExportItem kExportItems[] = {
+    {"Image\u2026", "exportToImage", nullptr},
+    {"PDF/SVG/EPS/PS\u2026", "exportToPDF", &QLOComplexNetwork::exportToPDF},
+    {"Web Bundle\u2026", "exportToWebBundle", nullptr},
+    {"3D Export\u2026", "exportTo3D", &QLOComplexNetwork::exportTo3D},
+    {"Pajek\u2026", "exportNetworkToPajekFormat", &QLOComplexNetwork::exportNetworkToPajekFormat},
+    {"Edge List\u2026", "exportNetworkToEdgesFormat",
+     &QLOComplexNetwork::exportNetworkToEdgesFormat},
+};
+
+}  // namespace
+
+DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentController& documents,
+                               QWidget* parent)
+    : QMainWindow(parent), document_(std::move(document)), documents_(documents) {
+  // The order matters: the controller knows its view and document before
+  // the panel is made, the panel hears every refresh from the defaults on,
+  // and the document installs what it read last.
+  view_ = new NetworkViewWidget(nullptr);
+  controller_ = VXLController::init(view_->sharedView());
+  controller_->setDocument(document_.get());
+  document_->setNetworkController(controller_.get());
+  panel_ = new SidePanel(controller_);
+  controller_->setRefreshListener([this](VXLController::Panel which) {
+    panel_->refresh(which);
+    if (which == VXLController::Panel::NetworkInfo) updateCounts();
+    document_->controllerDidRefresh(which);
+  });
+
+  panelScroll_ = new QScrollArea;
+  panelScroll_->setWidget(panel_);
+  panelScroll_->setWidgetResizable(true);
+  splitter_ = new QSplitter(Qt::Horizontal, this);
+  splitter_->addWidget(view_);
+  splitter_->addWidget(panelScroll_);
+  splitter_->setStretchFactor(0, 1);
+  splitter_->setStretchFactor(1, 0);
+  splitter_->setCollapsible(0, false);
+  setCentralWidget(splitter_);
+  counts_ = new QLabel(this);
+  counts_->setObjectName(QStringLiteral("networkCounts"));
+  statusBar()->addWidget(counts_);
+
+  slide_ = new QVariantAnimation(this);
+  slide_->setDuration(kSlideMilliseconds);
+  slide_->setEasingCurve(QEasingCurve::InOutCubic);
+  connect(slide_, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
+    const int panel = value.toInt();
+    const QList<int> sizes = splitter_->sizes();
+    const int total = sizes.value(0) + sizes.value(1);
+    splitter_->setSizes({std::max(0, total - panel), panel});
+  });
+
+  buildMenus();
+  controller_->awakeFromNib();
+  document_->windowControllerDidLoadNib();
+  document_->setStateListener([this] { updateTitle(); });
+  updateTitle();
+  updateCounts();
+  validateExportItems();
+
+  layoutWatch_.setInterval(kLayoutWatchMilliseconds);
+  connect(&layoutWatch_, &QTimer::timeout, this, [this] {
+    const VXLNetworkView& view = view_->view();
+    if (view.fAnimate() && view.iterations() > 0 && view.network()) document_->noteLayoutRan();
+  });
+  layoutWatch_.start();
+
+  resize(1100, 720);
+  splitter_->setSizes({width() - panelWidth_, panelWidth_});
+  view_->setFocus();
+}
+
+DocumentWindow::~DocumentWindow() {
+  shutDown();
+}
+
+DocumentWindow* DocumentWindow::windowFor(const QLOComplexNetwork* document) {
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    auto* window = qobject_cast<DocumentWindow*>(widget);
+    if (window && window->document_.get() == document) return window;
+  }
+  return nullptr;
+}
+
+void DocumentWindow::buildMenus() {
+  buildFileMenu();
+  buildViewMenu();
+  QMenu* window = menuBar()->addMenu(tr("&Window"));
+  window->addAction(tr("Script Console"))->setEnabled(false);
+}
+
+void DocumentWindow::buildFileMenu() {
+  QMenu* file = menuBar()->addMenu(tr("&File"));
+  QAction* newAction = file->addAction(tr("&New"), this, [this] { documents_.newDocument(); });
+  newAction->setShortcuts(QKeySequence::New);
+  QAction* open = file->addAction(tr("&Open\u2026"), this, [this] { documents_.openDocument(); });
+  open->setShortcuts(QKeySequence::Open);
+  recentMenu_ = file->addMenu(tr("Open &Recent"));
+  connect(recentMenu_, &QMenu::aboutToShow, this, &DocumentWindow::fillRecentMenu);
+  fillRecentMenu();
+  file->addSeparator();
+  file->addAction(tr("&Close"), this, &QWidget::close)->setShortcuts(QKeySequence::Close);
+  file->addAction(tr("&Save"), this, &DocumentWindow::save)->setShortcuts(QKeySequence::Save);
+  file->addAction(tr("Save &As\u2026"), this, &DocumentWindow::saveAs)
+      ->setShortcuts(QKeySequence::SaveAs);
+  file->addSeparator();
+  buildExportMenu(file);
+  // Positions and colour files arrive with their readers and writers.
+  for (const char* text :
+       {"Import Positions\u2026", "Export Positions\u2026", "Open Colour File\u2026"}) {
+    file->addAction(tr(text))->setEnabled(false);
+  }
+  file->addSeparator();
+  // Each window asks about its unsaved changes; one Cancel stops the quit.
+  QAction* quit = file->addAction(tr("&Quit"), qApp, &QApplication::closeAllWindows);
+  quit->setShortcuts(QKeySequence::Quit);
+  quit->setMenuRole(QAction::QuitRole);
+}
+
+void DocumentWindow::buildExportMenu(QMenu* file) {
+  exportMenu_ = file->addMenu(tr("&Export"));
+  for (const ExportItem& item : kExportItems) {
+    QAction* action = exportMenu_->addAction(tr(item.text));
+    action->setData(QString::fromLatin1(item.action));
+    if (!item.run) continue;
+    connect(action, &QAction::triggered, this, [this, run = item.run] {
+      const ExportResult result = ((*document_).*run)();
+      if (!result.message.empty()) statusBar()->showMessage(toQString(result.message), 5000);
+    });
+  }
+  connect(exportMenu_, &QMenu::aboutToShow, this, &DocumentWindow::validateExportItems);
+}
+
+void DocumentWindow::validateExportItems() {
+  // No exporter is built yet, so each item is off unless the document says
+  // otherwise.
+  for (QAction* action : exportMenu_->actions()) {
+    const std::string name = action->data().toString().toStdString();
+    action->setEnabled(document_->validateUserInterfaceItem(name, false));
+  }
+}
+
+void DocumentWindow::buildViewMenu() {
+  QMenu* menu = menuBar()->addMenu(tr("&View"));
+  struct Preset {
+    const char* text;
+    Qt::Key key;
+    void (VXLNetworkView::*apply)();
+  };
+  const Preset presets[] = {{"From &Top", Qt::Key_1, &VXLNetworkView::viewFromTop},
+                            {"From &Left", Qt::Key_2, &VXLNetworkView::viewFromLeft},
+                            {"From &Front", Qt::Key_3, &VXLNetworkView::viewFromFront}};
+  for (const Preset& preset : presets) {
+    QAction* action = menu->addAction(tr(preset.text));
+    action->setShortcut(QKeySequence(Qt::CTRL | preset.key));
+    connect(action, &QAction::triggered, this, [this, apply = preset.apply] {
+      (view_->view().*apply)();
+      view_->update();
+    });
+  }
+  menu->addSeparator();
+  menu->addAction(view_->startPauseAction());
+  menu->addSeparator();
+  sidePanelAction_ = menu->addAction(tr("Show Side &Panel"));
+  sidePanelAction_->setCheckable(true);
+  sidePanelAction_->setChecked(sidePanelShown_);
+  sidePanelAction_->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S));
+  connect(sidePanelAction_, &QAction::triggered, this, &DocumentWindow::setSidePanelShown);
+}
+
+void DocumentWindow::fillRecentMenu() {
+  recentMenu_->clear();
+  const auto recent = documents_.recentDocumentURLs();
+  for (const auto& url : recent) {
+    const QString path = toQString(url.string());
+    QAction* action = recentMenu_->addAction(QFileInfo(path).fileName(), this, [this, url] {
+      documents_.openDocumentInBackground(url, QLODocumentController::Display::Show);
+    });
+    action->setToolTip(path);
+  }
+  recentMenu_->addSeparator();
+  QAction* clear =
+      recentMenu_->addAction(tr("Clear Menu"), this, [this] { documents_.clearRecentDocuments(); });
+  clear->setEnabled(!recent.empty());
+}
+
+void DocumentWindow::setSidePanelShown(bool shown) {
+  sidePanelAction_->setChecked(shown);
+  if (shown == sidePanelShown_) return;
+  sidePanelShown_ = shown;
+  const int current = splitter_->sizes().value(1);
+  if (!shown && current > 0) panelWidth_ = current;
+  slide_->stop();
+  slide_->setStartValue(current);
+  slide_->setEndValue(shown ? panelWidth_ : 0);
+  slide_->start();
+}
+
+QString DocumentWindow::countsText() const {
+  return counts_->text();
+}
+
+void DocumentWindow::updateCounts() {
+  const auto network = controller_->network();
+  const std::uint64_t vertices = network ? network->countVertices() : 0;
+  const std::uint64_t edges = network ? network->countEdges() : 0;
+  counts_->setText(plural(vertices, "vertex", "vertices") + QStringLiteral(", ") +
+                   plural(edges, "edge", "edges"));
+}
+
+void DocumentWindow::updateTitle() {
+  setWindowTitle(toQString(document_->displayName()) + QStringLiteral("[*]"));
+  setWindowModified(document_->isDocumentEdited());
+  const auto& file = document_->fileURL();
+  setWindowFilePath(file.empty() ? QString() : toQString(file.string()));
+}
+
+bool DocumentWindow::save() {
+  if (document_->fileURL().empty()) return saveAs();
+  return saveTo(toQString(document_->fileURL().string()));
+}
+
+bool DocumentWindow::saveAs() {
+  QFileDialog panel(this, tr("Save"));
+  panel.setObjectName(QStringLiteral("savePanel"));
+  panel.setOption(QFileDialog::DontUseNativeDialog);
+  panel.setAcceptMode(QFileDialog::AcceptSave);
+  panel.setNameFilter(QStringLiteral("GraphML (*.graphml)"));
+  panel.setDefaultSuffix(QStringLiteral("graphml"));
+  const auto& file = document_->fileURL();
+  if (!file.empty()) {
+    panel.setDirectory(toQString(file.parent_path().string()));
+    panel.selectFile(toQString(file.stem().string()) + QStringLiteral(".graphml"));
+  } else {
+    panel.selectFile(toQString(document_->displayName()) + QStringLiteral(".graphml"));
+  }
+  if (panel.exec() != QDialog::Accepted || panel.selectedFiles().isEmpty()) return false;
+  return saveTo(panel.selectedFiles().first());
+}
+
+bool DocumentWindow::saveTo(const QString& file) {
+  std::string reason;
+  if (!document_->saveToURL(file.toStdString(), &reason)) {
+    QMessageBox box(QMessageBox::Warning, tr("Plexview"),
+                    tr("The document \u201C%1\u201D could not be saved.")
+                        .arg(toQString(document_->displayName())),
+                    QMessageBox::Ok, this);
+    box.setInformativeText(toQString(reason));
+    box.exec();
+    return false;
+  }
+  documents_.noteNewRecentDocumentURL(file.toStdString());
+  return true;
+}
+
+bool DocumentWindow::askToSaveChanges() {
+  QMessageBox box(this);
+  box.setObjectName(QStringLiteral("saveChangesQuestion"));
+  box.setIcon(QMessageBox::Warning);
+  box.setText(tr("Do you want to save the changes to \u201C%1\u201D?")
+                  .arg(toQString(document_->displayName())));
+  box.setInformativeText(tr("Your changes will be lost if you don't save them."));
+  box.setStandardButtons(QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+  box.button(QMessageBox::Discard)->setText(tr("Don't Save"));
+  box.setDefaultButton(QMessageBox::Save);
+  switch (box.exec()) {
+    case QMessageBox::Save:
+      return save();
+    case QMessageBox::Discard:
+      return true;
+    default:
+      return false;
+  }
+}
+
+void DocumentWindow::closeEvent(QCloseEvent* event) {
+  if (!shutDown_ && document_->isDocumentEdited() && !askToSaveChanges()) {
+    event->ignore();
+    return;
+  }
+  shutDown();
+  event->accept();
+}
+
+void DocumentWindow::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+    documents_.setCurrentDocument(document_.get());
+  }
+  QMainWindow::changeEvent(event);
+}
+
+void DocumentWindow::shutDown() {
+  if (shutDown_) return;
+  shutDown_ = true;
+  layoutWatch_.stop();
+  slide_->stop();
+  // The document stops the controller, which pauses the layout and waits
+  // for its batch; the controller outlives the window (scripts may still
+  // find it), so it lets go of this window's panel and document here.
+  document_->setStateListener(nullptr);
+  document_->close();
+  controller_->setRefreshListener(nullptr);
+  controller_->setDocument(nullptr);
+  document_->setNetworkController(nullptr);
+}
+
+}  // namespace ui

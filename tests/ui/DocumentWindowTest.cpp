@@ -1,0 +1,410 @@
+// Document windows made by the program's document controller: opening a file
+// into the start-up window, the picture, closing while the layout runs, the
+// save-changes question, the menus, the open panel and the failure alert.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPointer>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTimer>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <sstream>
+
+#include "application.h"
+#include "ui/DocumentWindow.h"
+#include "ui/NetworkViewWidget.h"
+#include "ui/openpanel.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Display = QLODocumentController::Display;
+using uitest::documents;
+using uitest::processEventsUntil;
+
+const fs::path kData = fs::path(PLEXVIEW_TEST_DATA) / "documents";
+const fs::path kOutput = PLEXVIEW_TEST_OUTPUT;
+
+std::string contentsOf(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+// The visible top-level widget of this type and object name, or null.
+template <class T>
+T* visible(const QString& name) {
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    auto* found = qobject_cast<T*>(widget);
+    if (found && found->isVisible() && found->objectName() == name) return found;
+  }
+  return nullptr;
+}
+
+// Runs `answer` on the dialog once it shows (from inside its own event loop
+// when it is run modally).
+template <class T>
+void whenShown(const QString& name, std::function<void(T*)> answer) {
+  auto* timer = new QTimer;
+  timer->setInterval(20);
+  QObject::connect(timer, &QTimer::timeout, [timer, name, answer] {
+    if (T* dialog = visible<T>(name)) {
+      timer->stop();
+      timer->deleteLater();
+      answer(dialog);
+    }
+  });
+  timer->start();
+}
+
+QAction* findAction(QMenu* menu, const QString& text) {
+  for (QAction* action : menu->actions()) {
+    if (action->text().remove('&') == text) return action;
+  }
+  return nullptr;
+}
+
+QMenu* findMenu(const QMenuBar* bar, const QString& title) {
+  for (QAction* action : bar->actions()) {
+    if (action->menu() && action->text().remove('&') == title) return action->menu();
+  }
+  return nullptr;
+}
+
+class DocumentWindows : public ::testing::Test {
+ protected:
+  void SetUp() override { documents(); }
+  // Every window closes without a question, whatever state it is in.
+  void TearDown() override {
+    for (const auto& document : std::vector(documents().documents())) {
+      document->updateChangeCount(QLOComplexNetwork::Change::Cleared);
+      if (auto* window = ui::DocumentWindow::windowFor(document.get())) {
+        window->document()->setAutosaveInterval(std::chrono::hours(1));
+        window->close();
+      }
+    }
+    processEventsUntil([] { return documents().documents().empty(); });
+  }
+
+  // A new start-up window, shown and exposed.
+  ui::DocumentWindow* startUpWindow() {
+    const auto document = documents().newDocument();
+    ui::DocumentWindow* window = ui::DocumentWindow::windowFor(document.get());
+    EXPECT_TRUE(window && QTest::qWaitForWindowExposed(window));
+    return window;
+  }
+
+  ui::DocumentWindow* openSynchronously(const fs::path& file) {
+    const auto document = documents().openDocumentWithContentsOfURL(file, Display::Show, nullptr);
+    ui::DocumentWindow* window = document ? ui::DocumentWindow::windowFor(document.get()) : nullptr;
+    EXPECT_TRUE(window && QTest::qWaitForWindowExposed(window)) << file;
+    return window;
+  }
+};
+
+TEST_F(DocumentWindows, APajekFileOpensIntoTheStartUpWindowWithItsNameAndPicture) {
+  ui::DocumentWindow* window = startUpWindow();
+  ASSERT_TRUE(window);
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("Random Network[*]"));
+  EXPECT_FALSE(window->isWindowModified());
+
+  QLOComplexNetwork::Ptr opened;
+  bool done = false;
+  documents().openDocumentInBackground(kData / "two-parts.net", Display::Show,
+                                       [&](const QLOComplexNetwork::Ptr& document) {
+                                         opened = document;
+                                         done = true;
+                                       });
+  // The progress exists at once and shows itself only if reading is slow.
+  const auto progress = window->findChildren<QProgressDialog*>(QStringLiteral("openingProgress"));
+  const QString label = progress.size() == 1 ? progress[0]->labelText() : QString();
+  const bool modeless = progress.size() == 1 && progress[0]->windowModality() == Qt::NonModal;
+  ASSERT_TRUE(processEventsUntil([&] { return done; }));
+  EXPECT_EQ(progress.size(), 1);
+  EXPECT_EQ(label, QStringLiteral("Opening two-parts.net\u2026"));
+  EXPECT_TRUE(modeless);
+  EXPECT_TRUE(window->findChildren<QProgressDialog*>().isEmpty()) << "gone when read";
+  ASSERT_EQ(opened, window->document());
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("two-parts[*]"));
+  EXPECT_TRUE(window->windowFilePath().isEmpty());
+  EXPECT_EQ(window->countsText(), QStringLiteral("5 vertices, 4 edges"));
+
+  ui::NetworkViewWidget& widget = *window->networkView();
+  QTest::qWait(300);
+  const QImage shot = widget.grabFramebuffer();
+  EXPECT_TRUE(shot.save(QStringLiteral(PLEXVIEW_TEST_OUTPUT "/document-window.png")));
+  const QRgb background = shot.pixel(0, 0);
+  int drawn = 0;
+  for (int y = 0; y < shot.height(); ++y) {
+    for (int x = 0; x < shot.width(); ++x) drawn += shot.pixel(x, y) != background;
+  }
+  EXPECT_GT(drawn, 100) << "the five vertices are not drawn";
+
+  // The layout runs, so the document soon differs from the file: the
+  // title's marker follows.
+  EXPECT_TRUE(processEventsUntil([&] { return window->isWindowModified(); }));
+}
+
+TEST_F(DocumentWindows, ClosingWhileTheLayoutRunsStopsItFirst) {
+  const fs::path file = kOutput / "closing.graphml";
+  fs::copy_file(kData / "two-parts.graphml", file, fs::copy_options::overwrite_existing);
+  // The untouched start-up window closes without a question; a file's
+  // window that has moved is answered Don't Save.
+  for (const bool startUp : {true, false}) {
+    SCOPED_TRACE(startUp ? "start-up" : "a file");
+    ui::DocumentWindow* window = startUp ? startUpWindow() : openSynchronously(file);
+    ASSERT_TRUE(window);
+    const auto document = window->document();
+    VXLController& controller = window->controller();
+    const std::string uuid = controller.uuid();
+    VXLNetworkView& view = *controller.networkView();
+    view.setIterations(500);  // long batches: closing meets one under way
+    ASSERT_TRUE(processEventsUntil([&] { return view.iterating(); }));
+    if (!startUp) {
+      ASSERT_TRUE(processEventsUntil([&] { return document->isDocumentEdited(); }));
+      whenShown<QMessageBox>(QStringLiteral("saveChangesQuestion"),
+                             [](QMessageBox* box) { box->button(QMessageBox::Discard)->click(); });
+    }
+    QPointer<ui::DocumentWindow> guard(window);
+    const std::string before = contentsOf(file);
+    ASSERT_TRUE(window->close());
+    EXPECT_FALSE(view.iterating()) << "the batch has ended before the window goes";
+    EXPECT_FALSE(view.fAnimate());
+    EXPECT_TRUE(controller.isClean());
+    EXPECT_TRUE(document->isClosed());
+    EXPECT_EQ(contentsOf(file), before);
+    ASSERT_TRUE(processEventsUntil([&] { return guard.isNull(); }));
+    EXPECT_EQ(VXLController::controllerWithUUID(uuid).get(), &controller);
+    EXPECT_EQ(controller.currentDocument(), nullptr);
+  }
+}
+
+TEST_F(DocumentWindows, AWindowClosedWhileAFileIsReadIntoItDropsTheFile) {
+  ui::DocumentWindow* window = startUpWindow();
+  ASSERT_TRUE(window);
+  QPointer<ui::DocumentWindow> guard(window);
+  bool done = false;
+  QLOComplexNetwork::Ptr result = window->document();
+  documents().openDocumentInBackground(kData / "two-parts.net", Display::Show,
+                                       [&](const QLOComplexNetwork::Ptr& document) {
+                                         result = document;
+                                         done = true;
+                                       });
+  // Closed and gone before the read can be handed back.
+  ASSERT_TRUE(window->close());
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(guard.isNull());
+  ASSERT_TRUE(processEventsUntil([&] { return done && guard.isNull(); }));
+  EXPECT_FALSE(result);
+  EXPECT_TRUE(documents().documents().empty());
+}
+
+TEST_F(DocumentWindows, UnsavedChangesAreAskedAboutOnClose) {
+  enum class Answer { Cancel, DontSave, Save };
+  struct Case {
+    const char* name;
+    fs::path source;
+    Answer answer;
+    bool closes;
+  };
+  const Case cases[] = {
+      {"cancel", kData / "two-parts.graphml", Answer::Cancel, false},
+      {"don't save", kData / "two-parts.graphml", Answer::DontSave, true},
+      {"save in place", kData / "two-parts.graphml", Answer::Save, true},
+      {"save untitled", kData / "two-parts.net", Answer::Save, true},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    const bool native = c.source.extension() == ".graphml";
+    const fs::path file = native ? kOutput / "question.graphml" : c.source;
+    if (native) fs::copy_file(c.source, file, fs::copy_options::overwrite_existing);
+    const fs::path savedAs = kOutput / "question-untitled.graphml";
+    fs::remove(savedAs);
+
+    ui::DocumentWindow* window = openSynchronously(file);
+    ASSERT_TRUE(window);
+    window->networkView()->pause();
+    window->controller().setShowEdges(false);
+    ASSERT_TRUE(window->isWindowModified());
+    const std::string before = contentsOf(file);
+
+    QString question;
+    whenShown<QMessageBox>(QStringLiteral("saveChangesQuestion"), [&](QMessageBox* box) {
+      question = box->text();
+      const auto button = c.answer == Answer::Cancel     ? QMessageBox::Cancel
+                          : c.answer == Answer::DontSave ? QMessageBox::Discard
+                                                         : QMessageBox::Save;
+      EXPECT_EQ(box->button(QMessageBox::Discard)->text(), QStringLiteral("Don't Save"));
+      if (!native) {
+        whenShown<QFileDialog>(QStringLiteral("savePanel"), [&](QFileDialog* panel) {
+          EXPECT_EQ(panel->acceptMode(), QFileDialog::AcceptSave);
+          panel->selectFile(QString::fromStdString(savedAs.string()));
+          static_cast<QDialog*>(panel)->accept();  // QFileDialog hides it
+        });
+      }
+      box->button(button)->click();
+    });
+    QPointer<ui::DocumentWindow> guard(window);
+    EXPECT_EQ(window->close(), c.closes);
+    const QString name = native ? QStringLiteral("question.graphml") : QStringLiteral("two-parts");
+    EXPECT_EQ(question,
+              QStringLiteral("Do you want to save the changes to \u201C%1\u201D?").arg(name));
+    if (!c.closes) {
+      EXPECT_TRUE(window->isVisible());
+      EXPECT_FALSE(window->document()->isClosed());
+      EXPECT_TRUE(window->isWindowModified());
+      continue;
+    }
+    ASSERT_TRUE(processEventsUntil([&] { return guard.isNull(); }));
+    if (c.answer == Answer::DontSave) {
+      EXPECT_EQ(contentsOf(file), before);
+    }
+    if (c.answer == Answer::Save) {
+      const fs::path written = native ? file : savedAs;
+      if (native) {
+        EXPECT_NE(contentsOf(file), before);
+      }
+      const auto back = QLONetwork::initWithContentsOfURL(written);
+      ASSERT_TRUE(back) << written;
+      EXPECT_EQ(back->countVertices(), native ? 6u : 5u);
+      EXPECT_EQ(contentsOf(kData / "two-parts.net").rfind("% A triangle", 0), 0u);
+    }
+  }
+}
+
+TEST_F(DocumentWindows, MenusHaveTheirShortcutsAndLaterItemsAreOff) {
+  ui::DocumentWindow* window = startUpWindow();
+  ASSERT_TRUE(window);
+  const QMenuBar* bar = window->menuBar();
+  QMenu* file = findMenu(bar, QStringLiteral("File"));
+  QMenu* view = findMenu(bar, QStringLiteral("View"));
+  QMenu* tools = findMenu(bar, QStringLiteral("Window"));
+  ASSERT_TRUE(file && view && tools);
+
+  struct Item {
+    QMenu* menu;
+    const char* text;
+    QList<QKeySequence> shortcuts;
+    bool enabled;
+  };
+  using K = QKeySequence;
+  const auto none = QList<QKeySequence>{};
+  const Item items[] = {
+      {file, "New", K::keyBindings(K::New), true},
+      {file, "Open\u2026", K::keyBindings(K::Open), true},
+      {file, "Close", K::keyBindings(K::Close), true},
+      {file, "Save", K::keyBindings(K::Save), true},
+      {file, "Save As\u2026", K::keyBindings(K::SaveAs), true},
+      {file, "Quit", K::keyBindings(K::Quit), true},
+      {file, "Import Positions\u2026", none, false},
+      {file, "Export Positions\u2026", none, false},
+      {file, "Open Colour File\u2026", none, false},
+      {view, "Start/Pause", {K(Qt::Key_Space)}, true},
+      {view, "Show Side Panel", {K(Qt::CTRL | Qt::ALT | Qt::Key_S)}, true},
+      {view, "From Top", {K(Qt::CTRL | Qt::Key_1)}, true},
+      {tools, "Script Console", none, false},
+  };
+  for (const Item& item : items) {
+    QAction* action = findAction(item.menu, QString::fromUtf8(item.text));
+    ASSERT_TRUE(action) << item.text;
+    EXPECT_EQ(action->shortcuts(), item.shortcuts) << item.text;
+    EXPECT_EQ(action->isEnabled(), item.enabled) << item.text;
+  }
+  ASSERT_TRUE(findAction(file, QStringLiteral("Open Recent")));
+  EXPECT_TRUE(findAction(file, QStringLiteral("Open Recent"))->menu());
+
+  // Exports: all present; PDF is always enabled and says it cannot yet.
+  QAction* exportItem = findAction(file, QStringLiteral("Export"));
+  ASSERT_TRUE(exportItem && exportItem->menu());
+  QStringList texts;
+  for (QAction* action : exportItem->menu()->actions()) {
+    texts << action->text();
+    EXPECT_EQ(action->isEnabled(), action->text().startsWith(QStringLiteral("PDF")))
+        << action->text().toStdString();
+  }
+  EXPECT_EQ(texts, (QStringList{"Image\u2026", "PDF/SVG/EPS/PS\u2026", "Web Bundle\u2026",
+                                "3D Export\u2026", "Pajek\u2026", "Edge List\u2026"}));
+  findAction(exportItem->menu(), QStringLiteral("PDF/SVG/EPS/PS\u2026"))->trigger();
+  EXPECT_TRUE(window->statusBar()->currentMessage().contains(QStringLiteral("not available")));
+
+  // The side panel slides out and back to the width it had.
+  QAction* side = findAction(view, QStringLiteral("Show Side Panel"));
+  const int width = window->splitter()->sizes().value(1);
+  ASSERT_GT(width, 0);
+  ASSERT_TRUE(side->isChecked());
+  side->trigger();
+  EXPECT_FALSE(window->isSidePanelShown());
+  EXPECT_GT(window->splitter()->sizes().value(1), 0) << "hidden at once, not slid";
+  ASSERT_TRUE(processEventsUntil([&] { return window->splitter()->sizes().value(1) == 0; }));
+  side->trigger();
+  EXPECT_TRUE(side->isChecked());
+  EXPECT_TRUE(processEventsUntil([&] { return window->splitter()->sizes().value(1) == width; }));
+}
+
+TEST_F(DocumentWindows, TheOpenPanelSetsTheChoiceAndAFailedFileIsExplained) {
+  ui::DocumentWindow* window = startUpWindow();
+  ASSERT_TRUE(window);
+  window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  ASSERT_FALSE(documents().isMajorComponentOnlySelected());
+
+  // OK with the box ticked on a broken file: the choice is kept, the alert
+  // names the file and the reader's reason, and the window stays as it was.
+  QString alertText, alertDetail;
+  whenShown<QFileDialog>(QStringLiteral("openPanel"), [&](QFileDialog* panel) {
+    EXPECT_TRUE(panel->testOption(QFileDialog::DontUseNativeDialog));
+    EXPECT_EQ(panel->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(panel->fileMode(), QFileDialog::ExistingFiles);
+    EXPECT_EQ(panel->nameFilters(), ui::networkFileFilters());
+    QCheckBox* box = ui::openPanelCheckBox(*panel);
+    ASSERT_TRUE(box);
+    EXPECT_EQ(box->text(), QStringLiteral("Load only the major connected component."));
+    EXPECT_EQ(box->toolTip(),
+              QStringLiteral("If selected, only the major connected component is loaded "
+                             "from the network"));
+    EXPECT_GE(box->width(), box->sizeHint().width());
+    EXPECT_FALSE(box->isChecked());
+    box->setChecked(true);
+    whenShown<QMessageBox>(QStringLiteral("openFailedAlert"), [&](QMessageBox* alert) {
+      alertText = alert->text();
+      alertDetail = alert->informativeText();
+      alert->accept();
+    });
+    panel->selectFile(QString::fromStdString((kData / "broken.net").string()));
+    static_cast<QDialog*>(panel)->accept();  // QFileDialog hides it
+  });
+  documents().openDocument();
+  ASSERT_TRUE(processEventsUntil([&] { return !alertText.isEmpty(); }));
+  EXPECT_TRUE(documents().isMajorComponentOnlySelected());
+  EXPECT_TRUE(alertText.contains(QStringLiteral("broken.net"))) << alertText.toStdString();
+  EXPECT_TRUE(alertDetail.contains(QStringLiteral("line 5"))) << alertDetail.toStdString();
+  EXPECT_TRUE(window->document()->isDefaultNetwork());
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("Random Network[*]"));
+
+  // Cancelled with the box cleared: the choice stays.
+  bool cancelled = false;
+  whenShown<QFileDialog>(QStringLiteral("openPanel"), [&](QFileDialog* panel) {
+    EXPECT_TRUE(ui::openPanelCheckBox(*panel)->isChecked());
+    ui::openPanelCheckBox(*panel)->setChecked(false);
+    panel->reject();
+    cancelled = true;
+  });
+  documents().openDocument();
+  ASSERT_TRUE(processEventsUntil([&] { return cancelled; }));
+  EXPECT_TRUE(documents().isMajorComponentOnlySelected());
+  documents().newDocument();
+  EXPECT_FALSE(documents().isMajorComponentOnlySelected());
+}
+
+}  // namespace
