@@ -54,6 +54,9 @@ bool QLOComplexNetwork::readFromURL(const fs::path& url, std::string_view type,
 void QLOComplexNetwork::loadOpennedNetwork() {
   const QLONetwork::Ptr network = networkToBeOppened();
   if (!network) return;  // the controller keeps the network it generated
+  // The information panel names the network after its document, not after
+  // the generator's last network.
+  if (networkController_) networkController_->setNetworkName(displayName());
   installing_ = true;
   if (!isMajorComponentOnlySelected_) {
     if (networkController_) networkController_->setNetwork(network);

@@ -13,9 +13,11 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QVariantAnimation>
+#include <algorithm>
 
 #include "ui/NetworkViewWidget.h"
 #include "ui/SidePanel.h"
@@ -110,7 +112,13 @@ DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentContr
   });
   layoutWatch_.start();
 
-  resize(1100, 720);
+  // The panel opens wide enough for its controls beside a vertical scroll bar.
+  panelWidth_ = std::max(panelWidth_, panel_->sizeHint().width() +
+                                          panelScroll_->verticalScrollBar()->sizeHint().width() +
+                                          2 * panelScroll_->frameWidth());
+  panelScroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  panelScroll_->setMinimumWidth(panel_->minimumSizeHint().width());
+  resize(1100 + panelWidth_ - 300, 720);
   splitter_->setSizes({width() - panelWidth_, panelWidth_});
   view_->setFocus();
 }

@@ -144,6 +144,9 @@ TEST_F(DocumentWindows, APajekFileOpensIntoTheStartUpWindowWithItsNameAndPicture
   QTest::qWait(300);
   const QImage shot = widget.grabFramebuffer();
   EXPECT_TRUE(shot.save(QStringLiteral(PLEXVIEW_TEST_OUTPUT "/document-window.png")));
+  // The whole window with its side panel, kept for the documentation.
+  EXPECT_TRUE(
+      window->grab().save(QStringLiteral(PLEXVIEW_TEST_OUTPUT "/document-window-full.png")));
   const QRgb background = shot.pixel(0, 0);
   int drawn = 0;
   for (int y = 0; y < shot.height(); ++y) {
