@@ -249,6 +249,7 @@ TEST_F(Documents, APajekFileIsUntitledNamedAfterItAndNative) {
     EXPECT_EQ(document == startUp_, round == 0);
     EXPECT_TRUE(document->fileURL().empty()) << round;
     EXPECT_EQ(document->displayName(), "two-parts") << round;
+    EXPECT_EQ(controllerOf(document).networkName(), "two-parts") << round;
     EXPECT_EQ(document->fileType(), app::kComplexNetworkType) << round;
     EXPECT_EQ(controllerOf(document).network()->countVertices(), 5u) << round;
     EXPECT_EQ(controllerOf(document).network()->countEdges(), 4u) << round;
