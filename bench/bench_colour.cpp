@@ -1,15 +1,21 @@
 // Colouring benchmarks: a 1,000,000-vertex numeric property through the
-// forward transform and a colour map into the view's colour array.
+// forward transform and a colour map into the view's colour array, and a
+// 1,000,000-vertex text property with 1,000 categories through the whole
+// categorical recolouring (index, sort, palette files, colours, legend).
 //
 //   build/bench/bench_colour [--benchmark_filter=...]
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
+#include <string>
 #include <vector>
 
+#include "colour/categorycolours.h"
 #include "colour/scalarcolours.h"
 #include "quillo/QLOVector3dArray.h"
+#include "quillo/resources.h"
 
 using namespace colour;
 
@@ -64,6 +70,44 @@ void BM_TransformAndMap(benchmark::State& state, ColorFunction function, ColorMa
   state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * kVertices));
 }
 
+// 1,000 community names over the vertices with heavy-tailed sizes, shuffled.
+const std::vector<std::string>& communities() {
+  static const std::vector<std::string> values = [] {
+    std::mt19937 random(7);
+    std::vector<std::string> v;
+    v.reserve(kVertices);
+    for (std::size_t c = 0; c < 1000 && v.size() < kVertices; ++c) {
+      const std::size_t size = std::max<std::size_t>(1, 140000 / (c + 1));
+      v.insert(v.end(), std::min(size, kVertices - v.size()), "community " + std::to_string(c));
+    }
+    while (v.size() < kVertices) v.push_back("community " + std::to_string(random() % 1000));
+    std::shuffle(v.begin(), v.end(), random);
+    return v;
+  }();
+  return values;
+}
+
+void BM_Categories(benchmark::State& state, const char* sortTitle, std::int64_t limit,
+                   HideOthers hide) {
+  const std::vector<std::string>& values = communities();
+  const CategorySources sources{quillo::resourceFolder(), {}};
+  for (auto _ : state) {
+    auto result =
+        categoricalColouring(values, values.size(), {sortTitle}, nullptr, {limit, hide}, sources);
+    benchmark::DoNotOptimize(result.colors->pointerForX());
+  }
+  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * kVertices));
+}
+
+void BM_IndexCategories(benchmark::State& state) {
+  const std::vector<std::string>& values = communities();
+  for (auto _ : state) {
+    auto index = indexCategories(values);
+    benchmark::DoNotOptimize(index.ids.data());
+  }
+  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * kVertices));
+}
+
 }  // namespace
 
 BENCHMARK_CAPTURE(BM_Transform, Linear, ColorFunction::Linear)->Unit(benchmark::kMillisecond);
@@ -81,6 +125,14 @@ BENCHMARK_CAPTURE(BM_TransformAndMap, ExponentialJet, ColorFunction::Exponential
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_TransformAndMap, ExponentialCustomCubehelix3, ColorFunction::Exponential,
                   ColorMap::CustomCubehelix3)
+    ->Unit(benchmark::kMillisecond);
+
+BENCHMARK(BM_IndexCategories)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Categories, Frequency, "Frequency", 0, HideOthers::Off)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Categories, Alphabetical, "Alphabetical", 0, HideOthers::Off)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Categories, FrequencyLimit8Hide, "Frequency", 8, HideOthers::On)
     ->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

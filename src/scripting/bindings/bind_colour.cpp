@@ -1,5 +1,6 @@
 // plexview.colour: the scalar transforms, colour maps, legend scale and
-// hexadecimal colour text, with NumPy arrays in and out.
+// hexadecimal colour text, with NumPy arrays in and out (the categorical part
+// is in bind_categories.cpp).
 #include <pybind11/numpy.h>
 #include <pybind11/stl.h>
 
@@ -197,11 +198,14 @@ void bindLegend(py::module_& m) {
 
 void bindColour(py::module_& m) {
   py::module_ sub = m.def_submodule(
-      "colour", "Scalar transforms, colour maps, the legend's value scale and hex colours.");
+      "colour",
+      "Scalar transforms, colour maps, the legend's value scale, hex colours, categorical "
+      "colouring and colour files.");
   bindSettings(sub);
   bindTransforms(sub);
   bindMaps(sub);
   bindLegend(sub);
+  bindCategories(sub);
 }
 
 }  // namespace plexview

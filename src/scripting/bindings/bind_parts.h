@@ -18,5 +18,7 @@ void bindLegends(pybind11::module_& m);  // also gives the view its legend
 void bindController(pybind11::module_& m);
 // The plexview.colour submodule (plain functions; no class depends on it).
 void bindColour(pybind11::module_& m);
+// Its categorical part, added to the submodule by bindColour().
+void bindCategories(pybind11::module_& colourModule);
 
 }  // namespace plexview
