@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "app/colourstate.h"
+#include "colour/categorycolours.h"
 #include "colour/scalarcolours.h"
 #include "plexora/PropertyValue.h"
 #include "plexora/QLONetwork.h"
@@ -224,9 +225,9 @@ class VXLController {
   // "Color". Main thread only; the power coefficient, custom colours and
   // inversion are read and written under the controller's own lock.
   enum class LimitSwitch { Off, On };
-  enum class HideSwitch { Off, On };
-  enum class SortOrder { Descending, Ascending };
-  enum class SortMode { TotalSum, Average };
+  using HideSwitch = colour::HideOthers;
+  using SortOrder = colour::SortOrder;
+  using SortMode = colour::SortMode;
   // Shows an alert's text to the user (the window uses a message box).
   using AlertHandler = std::function<void(const std::string& message)>;
 
@@ -350,6 +351,8 @@ class VXLController {
   void colourByCategories(const TextList& values);
   std::shared_ptr<QLOVector3dArray> categoryColours(const TextList& values) const;
   colour::ScalarColourSettings scalarColourSettings(const std::string& function) const;
+  colour::CategorySort categorySort() const;
+  colour::CategorySources categorySources() const;
   scene::Background background() const;
   colour::Rgba customColour(int index) const;
   void setCustomColour(int index, colour::Rgba c);

@@ -170,6 +170,9 @@ void bindControllerColour(Controller& cls) {
   bindScalarColouring(cls);
   bindColourProperties(cls);
   bindCategories(cls);
+  cls.def("openColorsFromURL", &C::openColorsFromURL, py::arg("path"),
+          "Reads a colour file (colours, numbers or categories), offers it under the file's "
+          "base name and selects it; False when the file cannot be read.");
   cls.def("setAlertHandler", &C::setAlertHandler, py::arg("handler"),
           "A callable given the text of an alert (None: alerts go to the log).");
   cls.def("documentFile", &C::documentFile);
