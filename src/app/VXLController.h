@@ -217,7 +217,7 @@ class VXLController {
   // (smallest, largest) edge weight: the threshold sliders' bounds.
   Bounds weightThresholdBounds() const { return filter_.weights; }
 
-  // ======================= Colouring (VXLControllerColour.cpp) =======================
+  // ============ Colouring (VXLControllerColour.cpp, VXLControllerCategories.cpp) ============
   // The vertices are coloured by one property: a colour array as it stands, a
   // number array through a transform and a colour map (with a continuous
   // legend), anything else by category. Every change of a colour setting

@@ -64,20 +64,6 @@ class ScalarColouringTest(unittest.TestCase):
         with self.assertRaises(ValueError):
             self.controller.setColorCustom2((1, 2))
 
-    def test_power_and_inversion_recolour_only_on_a_change(self):
-        panels = []
-        self.controller.setRefreshListener(panels.append)
-        self.controller.setPowerCoefficient(2.0)
-        self.controller.setInvertColorMap(False)
-        self.assertEqual(panels, [])
-        self.controller.setPowerCoefficient(0.5)
-        self.controller.setInvertColorMap(True)
-        self.assertEqual(panels, [VXLController.Panel.Colour] * 2)
-        self.assertEqual(self.controller.powerCoefficient(), 0.5)
-        self.assertTrue(self.controller.invertColorMap())
-        self.assertEqual(VXLController.colorMapTitles()[0], "Jet")
-        self.assertEqual(VXLController.colorFunctionTitles()[-1], "Power")
-
 
 class PropertiesTest(ScratchFolderTestCase):
     def setUp(self):
