@@ -22,11 +22,6 @@ std::string fieldText(double value) {
   return text;
 }
 
-bool isColourValue(const PropertyValue& value) {
-  return std::holds_alternative<std::shared_ptr<QLONumberArray>>(value) ||
-         std::holds_alternative<std::shared_ptr<QLOVector3dArray>>(value);
-}
-
 }  // namespace
 
 VXLController::VXLController(Token, std::shared_ptr<VXLNetworkView> view)
@@ -63,21 +58,26 @@ void VXLController::refresh(Panel panel) {
 void VXLController::refreshAfterInstall() {
   for (Panel panel :
        {Panel::NetworkInfo, Panel::Nodes, Panel::Colour, Panel::NodesSelected, Panel::Properties}) {
-    refresh(panel);
+    if (panel == Panel::Colour) {
+      updateColorInterface();
+    } else {
+      refresh(panel);
+    }
   }
 }
 
 void VXLController::setBlackBackground(bool v) {
   view_->setBlackBackground(v);
-  // Legends and default colours depend on the background: the current colours
-  // are recomputed here once the colour system exists.
+  // The legend takes its look from the background.
+  updateCurrentColor();
   refresh(Panel::Properties);
 }
 
 void VXLController::resetToDefaults() {
-  // The colour lists are built here once the colour system exists.
-  powerCoefficient = 2.0f;
-  minColorScalarValue = maxColorScalarValue = kUnsetBound;
+  buildColorLists();
+  colour_.transform.powerCoefficient = 2.0f;
+  resetMinColorScalarValue();
+  resetMaxColorScalarValue();
 
   VXLNetworkView& view = *view_;
   view.setAttractionConstant(0.001f);
@@ -104,8 +104,8 @@ void VXLController::resetToDefaults() {
   view.setVertexInfo(true);
   view.setIterations(1);
 
-  isSortAscending = false;
-  isSortModeAverage = false;
+  colour_.isSortAscending = false;
+  colour_.isSortModeAverage = false;
 
   generateNetwork();
 
@@ -122,7 +122,8 @@ void VXLController::resetToDefaults() {
   }
 
   refreshAfterInstall();
-  minColorScalarValue = maxColorScalarValue = kUnsetBound;
+  resetMinColorScalarValue();
+  resetMaxColorScalarValue();
 }
 
 void VXLController::cleanup() {
@@ -180,21 +181,22 @@ void VXLController::install(const std::shared_ptr<QLONetwork>& given, Install mo
   if (!shown) return;
   installPositions(*shown, mode);
 
+  // The built-in colour properties are stored directly: the colour
+  // interface is refreshed once, with the panels, instead of once for each.
   colours_.clear();
   const PropertyValue colour = shown->propertyForKey("Color");
-  if (isColourValue(colour)) colours_.emplace_back("Color", colour);
-  colours_.emplace_back("Node Degree", shown->calcDegrees());
-  if (whole || given->isDirected()) colours_.emplace_back("Node InDegree", shown->calcInDegrees());
+  if (!std::holds_alternative<std::monostate>(colour)) storeColorProperty(colour, "Color");
+  storeColorProperty(shown->calcDegrees(), "Node Degree");
+  if (whole || given->isDirected()) storeColorProperty(shown->calcInDegrees(), "Node InDegree");
   if (given->isEdgeWeighted()) {
-    colours_.emplace_back("Node Strength", shown->calcStrengths());
+    storeColorProperty(shown->calcStrengths(), "Node Strength");
     if (whole || given->isDirected()) {
-      colours_.emplace_back("Node InStrength", shown->calcInStrengths());
+      storeColorProperty(shown->calcInStrengths(), "Node InStrength");
     }
   }
 
   refreshAfterInstall();
-  // Recomputing the colours and selecting "Node Degree" for colouring come
-  // with the colour system.
+  selectColorProperty("Node Degree");
   view_->updateInfoString();
 }
 

@@ -10,15 +10,21 @@
 // follow. The filter selector's state is kept here as plain values.
 #include <cfloat>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "app/colourstate.h"
+#include "colour/categorycolours.h"
+#include "colour/scalarcolours.h"
 #include "plexora/PropertyValue.h"
 #include "plexora/QLONetwork.h"
 #include "render/VXLNetworkView.h"
+#include "render/scenecolours.h"
 
 class QLOComplexNetwork;
 
@@ -97,12 +103,6 @@ class VXLController {
   // Makes a network of the selected type from the parameter fields, names it
   // and installs it.
   void generateNetwork();
-
-  // --- Colour state kept until the colour system arrives ---
-  std::string colorCustom0 = "#1F77B4", colorCustom1 = "#FF7F0E", colorCustom2 = "#2CA02C";
-  float minColorScalarValue = kUnsetBound, maxColorScalarValue = kUnsetBound;
-  float powerCoefficient = 2.0f;
-  bool isSortAscending = false, isSortModeAverage = false;
 
   // --- Settings: each getter reads the view; each setter writes the view
   // and refreshes the properties panel ---
@@ -217,6 +217,117 @@ class VXLController {
   // (smallest, largest) edge weight: the threshold sliders' bounds.
   Bounds weightThresholdBounds() const { return filter_.weights; }
 
+  // ============ Colouring (VXLControllerColour.cpp, VXLControllerCategories.cpp) ============
+  // The vertices are coloured by one property: a colour array as it stands, a
+  // number array through a transform and a colour map (with a continuous
+  // legend), anything else by category. Every change of a colour setting
+  // recolours at once; the colours shown are stored in the network as
+  // "Color". Main thread only; the power coefficient, custom colours and
+  // inversion are read and written under the controller's own lock.
+  enum class LimitSwitch { Off, On };
+  using HideSwitch = colour::HideOthers;
+  using SortOrder = colour::SortOrder;
+  using SortMode = colour::SortMode;
+  // Shows an alert's text to the user (the window uses a message box).
+  using AlertHandler = std::function<void(const std::string& message)>;
+
+  // Selects "Exponential" and "Jet" without recolouring.
+  void buildColorLists();
+  static const std::vector<std::string>& colorFunctionTitles();
+  static const std::vector<std::string>& colorMapTitles();
+  // Names are kept as given; one that names no function colours linearly,
+  // one that names no map colours black.
+  const std::string& selectedColorFunction() const { return colour_.selectedColorFunction; }
+  void setSelectedColorFunction(const std::string& name) { colour_.selectedColorFunction = name; }
+  void selectColorFunction(const std::string& name);  // then updateTopColorsInterface
+  const std::string& selectedColorMap() const { return colour_.selectedColorMap; }
+  void setSelectedColorMap(const std::string& name) { colour_.selectedColorMap = name; }
+  void selectColorMap(const std::string& name);  // then updateTopColorsInterface
+  // These setters do nothing when given the value held; otherwise they store
+  // it and call updateTopColorsInterface.
+  float powerCoefficient() const;
+  void setPowerCoefficient(float value);
+  bool invertColorMap() const;
+  void setInvertColorMap(bool on);
+  colour::Rgba colorCustom0() const { return customColour(0); }
+  void setColorCustom0(colour::Rgba c) { setCustomColour(0, c); }
+  colour::Rgba colorCustom1() const { return customColour(1); }
+  void setColorCustom1(colour::Rgba c) { setCustomColour(1, c); }
+  colour::Rgba colorCustom2() const { return customColour(2); }
+  void setColorCustom2(colour::Rgba c) { setCustomColour(2, c); }
+  // The three wells' colours at once, with one recolouring.
+  void colorGradientChanged(colour::Rgba c0, colour::Rgba c1, colour::Rgba c2);
+  // Limits of the scalar range (kUnsetBound: from the data); they take effect
+  // at the next recolouring.
+  float minColorScalarValue() const { return colour_.transform.minColorScalarValue; }
+  void setMinColorScalarValue(float v) { colour_.transform.minColorScalarValue = v; }
+  float maxColorScalarValue() const { return colour_.transform.maxColorScalarValue; }
+  void setMaxColorScalarValue(float v) { colour_.transform.maxColorScalarValue = v; }
+  void resetMinColorScalarValue() { setMinColorScalarValue(kUnsetBound); }
+  void resetMaxColorScalarValue() { setMaxColorScalarValue(kUnsetBound); }
+  // Refreshes the colour panel, then recolours.
+  void updateTopColorsInterface();
+
+  // Colour properties kept by the controller. Nothing without a network or
+  // for a property with fewer entries than vertices; a name the network
+  // already uses (but "Color") gets "-2" appended. Refreshes the colour
+  // interface.
+  void addColorProperty(const PropertyValue& property, const std::string& name);
+  void removeColorPropertyWithName(const std::string& name);  // no refresh
+  // None for "None" (any case); the network's own property wins.
+  PropertyValue colorPropertyWithName(const std::string& name) const;
+  // Sorted; never "Position", "Name" or "Color"; "None" included.
+  std::vector<std::string> colorPropertyKeys() const;
+  // The property pop-up: "None", then the keys; and its selected title.
+  const std::vector<std::string>& colorPropertyTitles() const { return colour_.propertyTitles; }
+  const std::string& selectedColorProperty() const { return colour_.propertyTitle; }
+  // Selects the title when offered (else the selection stays), then recolours.
+  void selectColorProperty(const std::string& name);
+  // Refills the property and sort pop-ups (keeping their selections when
+  // still offered), reloads the vertices table, refreshes and recolours.
+  void updateColorInterface();
+  // Colours the vertices by the selected property and installs the legend.
+  void updateCurrentColor();
+  // The colours a property would give, using `function` instead of the
+  // selected one, without touching the view, legend or network. Null for
+  // "None" and without a network.
+  std::shared_ptr<QLOVector3dArray> colorsForProperty(const std::string& name,
+                                                      const std::string& function) const;
+
+  // Categorical colouring: the limit, hiding and order (plain accessors).
+  std::int64_t indexedColorLimit() const { return colour_.indexedColorLimit; }
+  void setIndexedColorLimit(std::int64_t limit) { colour_.indexedColorLimit = limit; }
+  bool hideNonIndexItems() const { return colour_.hideNonIndexItems; }
+  void setHideNonIndexItems(bool hide) { colour_.hideNonIndexItems = hide; }
+  bool isSortAscending() const { return colour_.isSortAscending; }
+  bool isSortModeAverage() const { return colour_.isSortModeAverage; }
+  const std::vector<std::string>& sortPropertyTitles() const { return colour_.sortTitles; }
+  const std::string& sortPropertyTitle() const { return colour_.sortTitle; }
+  // The sort pop-up and radio groups: each stores its choice and recolours.
+  void changeSortProperty(const std::string& title);
+  void changeSortOrder(SortOrder order);
+  void changeSortModel(SortMode mode);
+  // Kept for scripts; they do nothing.
+  void selectSortProperty(const std::string& /*title*/) {}
+  void setSortOrderAscending(SortOrder /*order*/) {}
+  // The limit check box, its field's value and the hide check box: on, the
+  // limit becomes the field's value (8 below 1); off, the limit is kept
+  // negated. Then recolours.
+  void changeColorProperties(LimitSwitch limit, std::int64_t fieldValue, HideSwitch hide);
+
+  // Reads a colour file (colours, numbers or categories, by its first line),
+  // adds it as a colour property named after the file and selects it. False
+  // when the file cannot be read; an unreachable file is also reported
+  // through the alert handler (or the log without one).
+  bool openColorsFromURL(const std::filesystem::path& file);
+  void setAlertHandler(AlertHandler handler) { alert_ = std::move(handler); }
+  // The file the window's document was read from or saved to (empty while
+  // untitled or without a document): the file dialogs start in its folder
+  // and the category key file is looked up beside it.
+  std::filesystem::path currentFile() const;
+  std::filesystem::path currentFolder() const;
+  // ===================== end of colouring =====================
+
  private:
   struct Token {};  // keeps construction to init()
 
@@ -230,6 +341,20 @@ class VXLController {
   void refresh(Panel panel);
   void refreshAfterInstall();
   void updateFilterSelector();
+  // Colouring helpers (VXLControllerColour.cpp).
+  void storeColorProperty(const PropertyValue& property, const std::string& name);
+  void rebuildColourSelectors();
+  void showColours(std::shared_ptr<QLOVector3dArray> colours);
+  void colourByColours(const QLOVector3dArray& property);
+  void colourByNumbers(const QLONumberArray& property);
+  void colourByCategories(const TextList& values);
+  std::shared_ptr<QLOVector3dArray> categoryColours(const TextList& values) const;
+  colour::ScalarColourSettings scalarColourSettings(const std::string& function) const;
+  colour::CategorySort categorySort() const;
+  colour::CategorySources categorySources() const;
+  scene::Background background() const;
+  colour::Rgba customColour(int index) const;
+  void setCustomColour(int index, colour::Rgba c);
   template <class T>
   void forward(void (VXLNetworkView::*set)(T), T value) {
     (view_.get()->*set)(value);
@@ -254,4 +379,8 @@ class VXLController {
   } filter_;
   bool isClean_ = false;
   bool cameraInfo_ = false;
+  // Colouring state.
+  app::ColourState colour_;
+  mutable std::recursive_mutex colourLock_;
+  AlertHandler alert_;
 };

@@ -6,6 +6,7 @@
 
 #include "ui/VXLVerticesTableController.h"
 #include "ui/panels/CollapsibleSection.h"
+#include "ui/panels/ColourPanel.h"
 #include "ui/panels/FilterPanel.h"
 #include "ui/panels/GeneratorPanel.h"
 #include "ui/panels/LayoutPanel.h"
@@ -20,6 +21,7 @@ struct SidePanel::Panels {
   LayoutPanel* layout;
   ViewPanel* view;
   FilterPanel* filter;
+  ColourPanel* colour;
   VXLVerticesTableController* vertices;
   QTimer* follow;
 };
@@ -32,6 +34,7 @@ SidePanel::SidePanel(std::shared_ptr<VXLController> controller, QWidget* parent)
   p.layout = new LayoutPanel(controller_);
   p.view = new ViewPanel(controller_);
   p.filter = new FilterPanel(controller_);
+  p.colour = new ColourPanel(controller_);
   p.vertices = new VXLVerticesTableController(controller_, this);
   auto* table = new QTableView;
   table->setObjectName("verticesTable");
@@ -45,6 +48,7 @@ SidePanel::SidePanel(std::shared_ptr<VXLController> controller, QWidget* parent)
   column->addWidget(new CollapsibleSection("Layout", p.layout, this));
   column->addWidget(new CollapsibleSection("View", p.view, this));
   column->addWidget(new CollapsibleSection("Filter", p.filter, this));
+  column->addWidget(new CollapsibleSection("Colour", p.colour, this));
   column->addWidget(new CollapsibleSection("Vertices", table, this));
   column->addStretch(1);
 
@@ -87,7 +91,9 @@ void SidePanel::refresh(VXLController::Panel panel) {
     case Panel::Nodes:
       p.vertices->reloadTable();
       break;
-    case Panel::Colour:         // the colour panel's own
+    case Panel::Colour:
+      p.colour->refresh();
+      break;
     case Panel::NodesSelected:  // the table does not follow the view's selection
       break;
   }
@@ -95,7 +101,8 @@ void SidePanel::refresh(VXLController::Panel panel) {
 
 void SidePanel::refreshAll() {
   using Panel = VXLController::Panel;
-  for (Panel panel : {Panel::NetworkInfo, Panel::Generator, Panel::Properties, Panel::Nodes}) {
+  for (Panel panel :
+       {Panel::NetworkInfo, Panel::Generator, Panel::Properties, Panel::Nodes, Panel::Colour}) {
     refresh(panel);
   }
 }

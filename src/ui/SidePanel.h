@@ -1,6 +1,6 @@
 #pragma once
 // The side panel beside the 3-D view: the network information, generator,
-// layout, view and filter panels and the vertices table of one window, each
+// layout, view, filter and colour panels and the vertices table of one window, each
 // showing and changing its controller's settings.
 #include <QWidget>
 #include <memory>

@@ -134,20 +134,22 @@ TEST(ControllerSettings, SettersReachTheViewAndResetRestoresDefaultsAndANetwork)
   EXPECT_EQ(exercise(c, floats, {3.5f, 0.25f}), static_cast<int>(2 * floats.size()));
   EXPECT_EQ(exercise(c, switches, {true, false, true}), static_cast<int>(3 * switches.size()));
   EXPECT_EQ(exercise(c, counts, {std::uint64_t{7}, std::uint64_t{2}}), 2);
-  c.controller->powerCoefficient = 7;
-  c.controller->isSortAscending = c.controller->isSortModeAverage = true;
-  c.controller->minColorScalarValue = c.controller->maxColorScalarValue = 1;
+  c.controller->setPowerCoefficient(7);
+  c.controller->changeSortOrder(C::SortOrder::Ascending);
+  c.controller->changeSortModel(C::SortMode::Average);
+  c.controller->setMinColorScalarValue(1);
+  c.controller->setMaxColorScalarValue(1);
   c.refreshes.clear();
 
   c.controller->resetToDefaults();
   expectDefaults(c, floats);
   expectDefaults(c, switches);
   expectDefaults(c, counts);
-  EXPECT_EQ(c.controller->powerCoefficient, 2.0f);
-  EXPECT_FALSE(c.controller->isSortAscending);
-  EXPECT_FALSE(c.controller->isSortModeAverage);
-  EXPECT_EQ(c.controller->minColorScalarValue, FLT_MAX);
-  EXPECT_EQ(c.controller->maxColorScalarValue, FLT_MAX);
+  EXPECT_EQ(c.controller->powerCoefficient(), 2.0f);
+  EXPECT_FALSE(c.controller->isSortAscending());
+  EXPECT_FALSE(c.controller->isSortModeAverage());
+  EXPECT_EQ(c.controller->minColorScalarValue(), FLT_MAX);
+  EXPECT_EQ(c.controller->maxColorScalarValue(), FLT_MAX);
 
   // A generated network, with the filter fitted to its degrees and the
   // thresholds to the view's (1, 0) of an unweighted network.
@@ -165,12 +167,16 @@ TEST(ControllerSettings, SettersReachTheViewAndResetRestoresDefaultsAndANetwork)
   EXPECT_EQ(c.controller->weightMaxThreshold(), static_cast<float>(maxWeight));
   EXPECT_EQ(c.controller->weightMinThreshold(), static_cast<float>(minWeight));
 
-  // Installation refreshes the panels once and the reset once more; the
-  // properties panel also follows the two thresholds.
-  for (Panel panel : {Panel::NetworkInfo, Panel::Nodes, Panel::Colour, Panel::NodesSelected}) {
-    EXPECT_EQ(c.refreshes[panel], 2) << static_cast<int>(panel);
-  }
-  EXPECT_EQ(c.refreshes[Panel::Properties], 4);
+  // Installation refreshes the panels once and the reset once more. Each
+  // colour refresh also reloads the vertices table, installation then selects
+  // "Node Degree" for colouring, and the properties panel also follows the
+  // two thresholds.
+  const std::map<Panel, int> expected = {{Panel::NetworkInfo, 2},
+                                         {Panel::Nodes, 4},
+                                         {Panel::Colour, 3},
+                                         {Panel::NodesSelected, 2},
+                                         {Panel::Properties, 4}};
+  EXPECT_EQ(c.refreshes, expected);
 }
 
 TEST(ControllerSettings, CameraInfoSetterLeavesTheViewAloneButResetClearsIt) {
@@ -315,10 +321,14 @@ TEST(ControllerInstall, ColourPropertiesDependOnHowTheNetworkIsInstalled) {
     }
     EXPECT_EQ(c.controller->colorPropertyNames(), item.expected)
         << item.directed << item.weighted << static_cast<int>(item.how);
-    for (Panel p : {Panel::NetworkInfo, Panel::Nodes, Panel::Colour, Panel::NodesSelected,
-                    Panel::Properties}) {
-      EXPECT_EQ(c.refreshes[p], 1);
-    }
+    // Once each; the vertices table again with the colour interface, and the
+    // colour panel again when "Node Degree" is selected.
+    const std::map<Panel, int> expected = {{Panel::NetworkInfo, 1},
+                                           {Panel::Nodes, 2},
+                                           {Panel::Colour, 2},
+                                           {Panel::NodesSelected, 1},
+                                           {Panel::Properties, 1}};
+    EXPECT_EQ(c.refreshes, expected);
   }
 }
 
@@ -367,11 +377,11 @@ TEST(ControllerLifecycle, NewControllerStateAndCleanupStopsTheLayout) {
   const auto controller = VXLController::init(view);
   EXPECT_EQ(controller->networkView(), view);
   EXPECT_EQ(controller->networkName(), "");
-  EXPECT_EQ(controller->minColorScalarValue, FLT_MAX);
-  EXPECT_EQ(controller->maxColorScalarValue, FLT_MAX);
-  EXPECT_EQ(controller->colorCustom0, "#1F77B4");
-  EXPECT_EQ(controller->colorCustom1, "#FF7F0E");
-  EXPECT_EQ(controller->colorCustom2, "#2CA02C");
+  EXPECT_EQ(controller->minColorScalarValue(), FLT_MAX);
+  EXPECT_EQ(controller->maxColorScalarValue(), FLT_MAX);
+  EXPECT_EQ(colour::hexadecimalValue(controller->colorCustom0()), "#1f77b4");
+  EXPECT_EQ(colour::hexadecimalValue(controller->colorCustom1()), "#ff7f0e");
+  EXPECT_EQ(colour::hexadecimalValue(controller->colorCustom2()), "#2ca02c");
 
   controller->setNetwork(twoComponents());
   view->start();

@@ -73,6 +73,8 @@ class Window : public ::testing::Test {
     uitest::documents().addDocument(document_);
     window_ = std::make_unique<ui::DocumentWindow>(document_, uitest::documents());
     window_->controller().setNetwork(network_);
+    // Uncoloured, so that the frame shows the default vertex colour.
+    window_->controller().selectColorProperty("None");
     window_->setSidePanelShown(false);
     window_->resize(640, 480);
     window_->show();

@@ -1,6 +1,7 @@
 // Python access to the window controller: the registry through which a
 // script finds a window, the settings (forwarded to the view), the defaults,
-// network installation, the generator, the selection and the filter selector.
+// network installation, the generator, the selection and the filter selector
+// (the colouring is in bind_controller_colour.cpp).
 #include <pybind11/functional.h>
 #include <pybind11/stl.h>
 
@@ -8,6 +9,7 @@
 #include <string>
 
 #include "app/VXLController.h"
+#include "bindings/bind_controller_colour.h"
 #include "bindings/bind_parts.h"
 #include "bindings/property_conversion.h"
 
@@ -194,17 +196,11 @@ void bindController(py::module_& m) {
         return result;
       },
       "The colour properties by name.");
-  cls.def_readwrite("powerCoefficient", &VXLController::powerCoefficient);
-  cls.def_readwrite("minColorScalarValue", &VXLController::minColorScalarValue);
-  cls.def_readwrite("maxColorScalarValue", &VXLController::maxColorScalarValue);
-  cls.def_readwrite("colorCustom0", &VXLController::colorCustom0);
-  cls.def_readwrite("colorCustom1", &VXLController::colorCustom1);
-  cls.def_readwrite("colorCustom2", &VXLController::colorCustom2);
-
   bindSettings(cls);
   bindGenerator(cls);
   bindSelection(cls);
   bindFilter(cls);
+  bindControllerColour(cls);
 }
 
 }  // namespace plexview
