@@ -1,5 +1,5 @@
-// The web bundle: the file texts (stems, names, one property per line, the
-// index), a whole bundle of small hand-made networks written through the
+// The web bundle: the file texts (stems, the degree's name, one property per
+// line), a whole bundle of small hand-made networks written through the
 // controller and compared with the expected text, the 3D export table's rows,
 // codes and selection, and a bundle that cannot be written whole.
 #include <gtest/gtest.h>
@@ -106,19 +106,6 @@ TEST(WebTexts, StemsDegreeNamesAndOneEntryPerLine) {
   }
 }
 
-TEST(WebTexts, TheIndexAndTheNamesFile) {
-  EXPECT_EQ(io::propertiesJsonText({{"degree", "Node Degree"}, {"Home_town", "Home town"}}),
-            "{\n"
-            "\t\"degree\" : \"Node Degree\",\n"
-            "\t\"Home_town\" : \"Home town\",\n"
-            "\t\"ORDER\" : [\"degree\", \"Home_town\"]\n"
-            "}\n");
-  // Names joined without a final line break; numbers each with one.
-  EXPECT_EQ(io::namesText(*townsNetwork()), "alpha\nbeta\ngamma\ndelta");
-  EXPECT_EQ(io::namesText(*bareNetwork()), "0\n1\n2\n");
-  EXPECT_EQ(io::edgesText(*townsNetwork()), "0 1\n1 2\n2 0\n2 3\n");
-}
-
 TEST(WebExport, BundleOfAWeightedNamedNetwork) {
   auto controller = controllerFor(townsNetwork());
   auto& table = controller->export3DTableController();
@@ -194,7 +181,6 @@ TEST(WebExport, TheTableRowsCodesAndSelection) {
       bareNetwork({{"zone", texts({"n", "s", "n"})},
                    {"Age", QLONumberArray::initWithFloats(std::vector<float>{30, 40, 50})}}));
   VXLExport3DTableController& table = controller->export3DTableController();
-  EXPECT_EQ(table.mainController(), controller.get());
   // Before the first reload: no rows, no dictionary, codes stay unset.
   EXPECT_EQ(table.numberOfRowsInTableView(Table::Colors), 0u);
   table.tableView(Table::Colors, 4, "function", 0);

@@ -50,13 +50,9 @@ void bindControllerWeb(py::class_<VXLController, std::shared_ptr<VXLController>>
   cls.def(
       "exportWebToFile",
       [](const VXLController& c, const std::filesystem::path& folder) {
+        // The colouring reads the controller, so the interpreter stays locked.
         std::string error;
-        bool written;
-        {
-          py::gil_scoped_release release;
-          written = c.exportWebToFile(folder, &error);
-        }
-        if (!written) throw WriteFailure(error);
+        if (!c.exportWebToFile(folder, &error)) throw WriteFailure(error);
       },
       py::arg("folder"),
       "Writes the web bundle into the folder (made when missing) with the export table's "
