@@ -94,14 +94,16 @@ bool QLOComplexNetwork::validateUserInterfaceItem(std::string_view action, bool 
   return usual;
 }
 
-// The exports land later; until then each action answers why nothing was
+// The controller reloads its export table and its window shows the sheet.
+ExportResult QLOComplexNetwork::exportTo3D() {
+  if (networkController_ && networkController_->exportTo3D()) return {true, {}};
+  return {false, "3D export needs the document's window."};
+}
+
+// The other exports land later; until then each action answers why nothing was
 // written instead of forwarding to the controller.
 ExportResult QLOComplexNetwork::exportToPDF() {
   return {false, "PDF export is not available yet."};
-}
-
-ExportResult QLOComplexNetwork::exportTo3D() {
-  return {false, "3D export is not available yet."};
 }
 
 ExportResult QLOComplexNetwork::exportNetworkToPajekFormat() {

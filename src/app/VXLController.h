@@ -18,6 +18,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/VXLExport3DTableController.h"
 #include "app/colourstate.h"
 #include "colour/categorycolours.h"
 #include "colour/scalarcolours.h"
@@ -328,6 +329,27 @@ class VXLController {
   std::filesystem::path currentFolder() const;
   // ===================== end of colouring =====================
 
+  // ============ Web bundle and 3D export (VXLControllerWeb.cpp) ============
+  // The 3D export sheet's tables: the colour properties offered for a web
+  // bundle, each with a transform function code, and which were picked.
+  VXLExport3DTableController& export3DTableController() { return export3D_; }
+  const VXLExport3DTableController& export3DTableController() const { return export3D_; }
+  // Writes the web bundle of the shown network into `folder` (made when
+  // missing): edges, layout, names, degrees (and strengths), and the colour
+  // properties picked in the export table, each coloured with its function.
+  // Every file is replaced atomically. False when some file could not be
+  // written, with one line per such file in `error` (which may be null).
+  bool exportWebToFile(const std::filesystem::path& folder, std::string* error = nullptr) const;
+  // Shows the 3D export sheet; the window sets it.
+  using Export3DSheetHandler = std::function<void()>;
+  void setExport3DSheetHandler(Export3DSheetHandler handler) {
+    export3DSheet_ = std::move(handler);
+  }
+  // Reloads the export table (every offered property picked, all with code
+  // 1) and has the sheet shown. False when no window shows it.
+  bool exportTo3D();
+  // ================= end of web bundle and 3D export =================
+
  private:
   struct Token {};  // keeps construction to init()
 
@@ -383,4 +405,7 @@ class VXLController {
   app::ColourState colour_;
   mutable std::recursive_mutex colourLock_;
   AlertHandler alert_;
+  // Web bundle and 3D export.
+  VXLExport3DTableController export3D_{this};
+  Export3DSheetHandler export3DSheet_;
 };

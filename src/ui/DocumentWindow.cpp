@@ -18,9 +18,11 @@
 #include <QStatusBar>
 #include <QVariantAnimation>
 #include <algorithm>
+#include <string_view>
 
 #include "ui/NetworkViewWidget.h"
 #include "ui/SidePanel.h"
+#include "ui/export3dsheet.h"
 
 namespace ui {
 
@@ -98,6 +100,7 @@ DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentContr
   });
 
   buildMenus();
+  controller_->setExport3DSheetHandler([this] { showExport3DSheet(); });
   controller_->awakeFromNib();
   document_->windowControllerDidLoadNib();
   document_->setStateListener([this] { updateTitle(); });
@@ -175,6 +178,9 @@ void DocumentWindow::buildExportMenu(QMenu* file) {
   for (const ExportItem& item : kExportItems) {
     QAction* action = exportMenu_->addAction(tr(item.text));
     action->setData(QString::fromLatin1(item.action));
+    if (std::string_view(item.action) == "exportToWebBundle") {
+      connect(action, &QAction::triggered, this, &DocumentWindow::exportWebBundle);
+    }
     if (!item.run) continue;
     connect(action, &QAction::triggered, this, [this, run = item.run] {
       const ExportResult result = ((*document_).*run)();
@@ -185,12 +191,25 @@ void DocumentWindow::buildExportMenu(QMenu* file) {
 }
 
 void DocumentWindow::validateExportItems() {
-  // No exporter is built yet, so each item is off unless the document says
-  // otherwise.
+  // Only the web bundle and 3D export are built so far; the document may
+  // still turn any item on.
   for (QAction* action : exportMenu_->actions()) {
     const std::string name = action->data().toString().toStdString();
-    action->setEnabled(document_->validateUserInterfaceItem(name, false));
+    const bool built = name == "exportToWebBundle" || name == "exportTo3D";
+    action->setEnabled(document_->validateUserInterfaceItem(name, built));
   }
+}
+
+void DocumentWindow::showExport3DSheet() {
+  if (!export3DSheet_) export3DSheet_ = new Export3DSheet(controller_, this);
+  export3DSheet_->present();
+}
+
+void DocumentWindow::exportWebBundle() {
+  // What the 3D export sheet would export untouched: every offered colour
+  // property, each with function 1.
+  controller_->export3DTableController().reloadTable();
+  runWebBundleSavePanel(this, controller_);
 }
 
 void DocumentWindow::buildViewMenu() {
@@ -353,6 +372,7 @@ void DocumentWindow::shutDown() {
   document_->setStateListener(nullptr);
   document_->close();
   controller_->setRefreshListener(nullptr);
+  controller_->setExport3DSheetHandler(nullptr);
   controller_->setDocument(nullptr);
   document_->setNetworkController(nullptr);
 }

@@ -19,6 +19,7 @@ class QVariantAnimation;
 
 namespace ui {
 
+class Export3DSheet;
 class NetworkViewWidget;
 class SidePanel;
 
@@ -62,6 +63,10 @@ class DocumentWindow : public QMainWindow {
   void buildViewMenu();
   void fillRecentMenu();
   void validateExportItems();
+  // File > Export > 3D Export... (through the document and the controller)
+  // and Web Bundle... (straight to the folder, with the sheet's defaults).
+  void showExport3DSheet();
+  void exportWebBundle();
   void updateTitle();
   void updateCounts();
   bool saveTo(const QString& file);
@@ -80,6 +85,7 @@ class DocumentWindow : public QMainWindow {
   QLabel* counts_ = nullptr;
   QMenu* recentMenu_ = nullptr;
   QMenu* exportMenu_ = nullptr;
+  Export3DSheet* export3DSheet_ = nullptr;
   QAction* sidePanelAction_ = nullptr;
   QVariantAnimation* slide_ = nullptr;
   bool sidePanelShown_ = true;

@@ -327,13 +327,15 @@ TEST_F(DocumentWindows, MenusHaveTheirShortcutsAndLaterItemsAreOff) {
   ASSERT_TRUE(findAction(file, QStringLiteral("Open Recent")));
   EXPECT_TRUE(findAction(file, QStringLiteral("Open Recent"))->menu());
 
-  // Exports: all present; PDF is always enabled and says it cannot yet.
+  // Exports: all present; PDF is always enabled and says it cannot yet; the
+  // web bundle and 3D export are built.
   QAction* exportItem = findAction(file, QStringLiteral("Export"));
   ASSERT_TRUE(exportItem && exportItem->menu());
   QStringList texts;
+  const QStringList enabled{"PDF/SVG/EPS/PS\u2026", "Web Bundle\u2026", "3D Export\u2026"};
   for (QAction* action : exportItem->menu()->actions()) {
     texts << action->text();
-    EXPECT_EQ(action->isEnabled(), action->text().startsWith(QStringLiteral("PDF")))
+    EXPECT_EQ(action->isEnabled(), enabled.contains(action->text()))
         << action->text().toStdString();
   }
   EXPECT_EQ(texts, (QStringList{"Image\u2026", "PDF/SVG/EPS/PS\u2026", "Web Bundle\u2026",

@@ -10,6 +10,7 @@
 
 #include "app/VXLController.h"
 #include "bindings/bind_controller_colour.h"
+#include "bindings/bind_controller_web.h"
 #include "bindings/bind_parts.h"
 #include "bindings/property_conversion.h"
 
@@ -201,6 +202,7 @@ void bindController(py::module_& m) {
   bindSelection(cls);
   bindFilter(cls);
   bindControllerColour(cls);
+  bindControllerWeb(cls);
 }
 
 }  // namespace plexview

@@ -1,0 +1,285 @@
+// The web bundle: the file texts (stems, the degree's name, one property per
+// line), a whole bundle of small hand-made networks written through the
+// controller and compared with the expected text, the 3D export table's rows,
+// codes and selection, and a bundle that cannot be written whole.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include "app/QLOComplexNetwork.h"
+#include "app/VXLController.h"
+#include "io/webtexts.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Table = VXLExport3DTableController::Table;
+using Cell = VXLExport3DTableController::CellValue;
+
+std::string contentsOf(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+std::set<std::string> filesIn(const fs::path& folder) {
+  std::set<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) names.insert(entry.path().filename());
+  return names;
+}
+
+// A fresh empty folder for one test.
+fs::path scratch(const std::string& name) {
+  const fs::path folder = fs::temp_directory_path() / ("plexview-web-" + name);
+  fs::remove_all(folder);
+  return folder;
+}
+
+std::shared_ptr<TextList> texts(TextList values) {
+  return std::make_shared<TextList>(std::move(values));
+}
+
+// Triangle 0-1-2 with a tail 2-3, weights 1 to 4, named vertices and a text
+// property whose name has a blank and whose values have a line break.
+std::shared_ptr<QLONetwork> townsNetwork() {
+  NetworkData data;
+  data.verticesCount = 4;
+  data.from = {0, 1, 2, 2};
+  data.to = {1, 2, 0, 3};
+  data.weights = {1, 2, 3, 4};
+  data.edgeWeighted = true;
+  data.properties = {{"Name", texts({"alpha", "beta", "gamma", "delta"})},
+                     {"Home town", texts({"Rome", "Paris\nFrance", "Rome", "Oslo"})}};
+  auto network = QLONetwork::make(std::move(data));
+  EXPECT_TRUE(network);
+  return network;
+}
+
+// A path 0-1-2, unweighted, without names.
+std::shared_ptr<QLONetwork> bareNetwork(PropertyTable properties = {}) {
+  NetworkData data;
+  data.verticesCount = 3;
+  data.from = {0, 1};
+  data.to = {1, 2};
+  data.properties = std::move(properties);
+  return QLONetwork::make(std::move(data));
+}
+
+VXLController::Ptr controllerFor(std::shared_ptr<QLONetwork> network) {
+  auto controller = VXLController::init();
+  controller->awakeFromNib();
+  controller->setNetwork(std::move(network));
+  return controller;
+}
+
+TEST(WebTexts, StemsDegreeNamesAndOneEntryPerLine) {
+  const std::vector<std::pair<std::string, std::string>> stems = {
+      {"Home town", "Home_town"}, {" a  b ", "_a__b_"}, {"plain", "plain"}, {"", ""}};
+  for (const auto& [name, stem] : stems) EXPECT_EQ(io::webStem(name), stem) << name;
+
+  for (const char* name : {"Node Degree", "node degree", "NODE DEGREE"}) {
+    EXPECT_TRUE(io::isDegreeName(name)) << name;
+  }
+  for (const char* name : {"Node Degree ", "Node_Degree", "Node InDegree", "", "degree"}) {
+    EXPECT_FALSE(io::isDegreeName(name)) << name;
+  }
+
+  // Every kind of line break becomes one blank; numbers and vectors keep
+  // their own precision's shortest text.
+  const std::vector<std::pair<PropertyValue, std::string>> cases = {
+      {texts({"a\nb", "c\r\nd", "e\u2028f\u2029g\u0085h", "\tkept\t"}),
+       "a b\nc  d\ne f g h\n\tkept\t\n"},
+      {QLONumberArray::initWithFloats(std::vector<float>{0.1f, -2.0f, 1e20f}), "0.1\n-2\n1e+20\n"},
+      {QLOVector3dArray::initWithX(*QLONumberArray::initWithFloats(std::vector<float>{0.1f}),
+                                   *QLONumberArray::initWithFloats(std::vector<float>{1.0f}),
+                                   *QLONumberArray::initWithFloats(std::vector<float>{-3.5f}),
+                                   Precision::Float),
+       "(0.1, 1, -3.5)\n"},
+      {PropertyValue{}, ""},
+  };
+  for (const auto& [property, expected] : cases) {
+    EXPECT_EQ(io::propertyText(property, propertyCount(property)), expected);
+  }
+}
+
+TEST(WebExport, BundleOfAWeightedNamedNetwork) {
+  auto controller = controllerFor(townsNetwork());
+  auto& table = controller->export3DTableController();
+  table.reloadTable();
+  // Every offered name starts selected ("None", the last key, is not
+  // offered). Three are kept; the degree goes linear, the others keep code 1.
+  ASSERT_EQ(table.selectedKeysForColors(),
+            (std::vector<std::string>{"Home town", "Node Degree", "Node InDegree",
+                                      "Node InStrength", "Node Strength"}));
+  table.setSelectedRows(Table::Colors, {4, 0, 1});
+  table.tableView(Table::Colors, 0, "function", 1);
+
+  const fs::path folder = scratch("towns") / "nested" / "bundle";
+  fs::create_directories(folder);
+  std::ofstream(folder / "edges.dat") << "stale";
+  std::string error;
+  ASSERT_TRUE(controller->exportWebToFile(folder, &error)) << error;
+
+  EXPECT_EQ(filesIn(folder), (std::set<std::string>{
+                                 "edges.dat", "positions.dat", "names.dat", "degree.property",
+                                 "degree.colors", "Node_Strength.property", "Node_Strength.colors",
+                                 "Home_town.property", "Home_town.colors", "properties.json"}));
+  EXPECT_EQ(contentsOf(folder / "edges.dat"), "0 1\n1 2\n2 0\n2 3\n");
+  EXPECT_EQ(contentsOf(folder / "names.dat"), "alpha\nbeta\ngamma\ndelta");
+  EXPECT_EQ(contentsOf(folder / "degree.property"), "2\n2\n3\n1\n");
+  EXPECT_EQ(contentsOf(folder / "Node_Strength.property"), "4\n3\n9\n4\n");
+  EXPECT_EQ(contentsOf(folder / "Home_town.property"), "Rome\nParis France\nRome\nOslo\n");
+  EXPECT_EQ(contentsOf(folder / "positions.dat"), controller->positions()->text());
+  EXPECT_EQ(contentsOf(folder / "properties.json"),
+            "{\n"
+            "\t\"degree\" : \"Node Degree\",\n"
+            "\t\"Home_town\" : \"Home town\",\n"
+            "\t\"Node_Strength\" : \"Node Strength\",\n"
+            "\t\"ORDER\" : [\"degree\", \"Home_town\", \"Node_Strength\"]\n"
+            "}\n");
+
+  // Each property's colours under its own function.
+  const auto colours = [&](const char* name, const char* function) {
+    return controller->colorsForProperty(name, function)->text();
+  };
+  EXPECT_NE(colours("Node Degree", "Linear"), colours("Node Degree", "Exponential"));
+  EXPECT_EQ(contentsOf(folder / "degree.colors"), colours("Node Degree", "Linear"));
+  EXPECT_EQ(contentsOf(folder / "Node_Strength.colors"), colours("Node Strength", "Exponential"));
+  EXPECT_EQ(contentsOf(folder / "Home_town.colors"), colours("Home town", "Exponential"));
+  // A colour file reads back as one colour per vertex.
+  EXPECT_EQ(QLOVector3dArray::initWithContentsOfURL(folder / "Home_town.colors", Precision::Float)
+                ->count(),
+            4u);
+  fs::remove_all(scratch("towns"));
+}
+
+TEST(WebExport, NothingSelectedLeavesOnlyTheFixedFiles) {
+  auto controller = controllerFor(bareNetwork());
+  auto& table = controller->export3DTableController();
+  table.reloadTable();
+  table.setSelectedRows(Table::Colors, {});
+  const fs::path folder = scratch("bare");
+  ASSERT_TRUE(controller->exportWebToFile(folder));
+  EXPECT_EQ(filesIn(folder),
+            (std::set<std::string>{"edges.dat", "positions.dat", "names.dat", "degree.property",
+                                   "degree.colors", "properties.json"}));
+  EXPECT_EQ(contentsOf(folder / "names.dat"), "0\n1\n2\n");
+  EXPECT_EQ(contentsOf(folder / "degree.colors"),
+            controller->colorsForProperty("Node Degree", "Exponential")->text());
+  EXPECT_EQ(contentsOf(folder / "properties.json"),
+            "{\n\t\"degree\" : \"Node Degree\",\n\t\"ORDER\" : [\"degree\"]\n}\n");
+  fs::remove_all(folder);
+}
+
+TEST(WebExport, TheTableRowsCodesAndSelection) {
+  // "zone" sorts after "None", so "None" is offered and "zone" is not.
+  auto controller = controllerFor(
+      bareNetwork({{"zone", texts({"n", "s", "n"})},
+                   {"Age", QLONumberArray::initWithFloats(std::vector<float>{30, 40, 50})}}));
+  VXLExport3DTableController& table = controller->export3DTableController();
+  // Before the first reload: no rows, no dictionary, codes stay unset.
+  EXPECT_EQ(table.numberOfRowsInTableView(Table::Colors), 0u);
+  table.tableView(Table::Colors, 4, "function", 0);
+  EXPECT_FALSE(table.colorsFunctionsDictionary());
+
+  table.reloadTable();
+  const std::vector<std::string> offered{"Age", "Node Degree", "Node InDegree", "None"};
+  ASSERT_EQ(table.numberOfRowsInTableView(Table::Colors), offered.size());
+  EXPECT_EQ(table.numberOfRowsInTableView(Table::Properties),
+            controller->network()->keysForPropertiesOfVertices().size());
+  for (std::size_t row = 0; row < offered.size(); ++row) {
+    EXPECT_EQ(table.tableView(Table::Colors, "name", row), Cell(offered[row]));
+  }
+  EXPECT_EQ(table.tableView(Table::Colors, "function", 0), Cell(std::int64_t{1}));
+  EXPECT_EQ(table.tableView(Table::Colors, "function", 3), Cell());  // "None" has no code
+  EXPECT_EQ(table.tableView(Table::Properties, "function", 0), Cell());
+  EXPECT_EQ(table.tableView(Table::Colors, "name", 4), Cell());
+  EXPECT_EQ((*table.colorsFunctionsDictionary()).count("zone"), 1u);
+
+  // Edits go to the function column of the colours table only.
+  table.tableView(Table::Colors, 5, "function", 0);
+  table.tableView(Table::Colors, 3, "name", 1);
+  table.tableView(Table::Properties, 3, "function", 1);
+  EXPECT_EQ(table.tableView(Table::Colors, "function", 0), Cell(std::int64_t{5}));
+  EXPECT_EQ(table.tableView(Table::Colors, "function", 1), Cell(std::int64_t{1}));
+
+  // The selection keeps row order and drops rows beyond the table.
+  table.setSelectedRows(Table::Colors, {3, 9, 0, 3});
+  EXPECT_EQ(table.selectedRows(Table::Colors), (std::vector<std::size_t>{0, 3}));
+  EXPECT_EQ(table.selectedKeysForColors(), (std::vector<std::string>{"Age", "None"}));
+  EXPECT_EQ(table.selectedKeysForProperties(), table.selectedKeysForColors());
+
+  // "None" gives no colours, so no files and no index entry; "Age" has its
+  // values and its colours under "Power".
+  const fs::path folder = scratch("table");
+  ASSERT_TRUE(controller->exportWebToFile(folder));
+  EXPECT_FALSE(fs::exists(folder / "None.colors"));
+  EXPECT_EQ(contentsOf(folder / "Age.property"), "30\n40\n50\n");
+  EXPECT_EQ(contentsOf(folder / "Age.colors"),
+            controller->colorsForProperty("Age", "Power")->text());
+  EXPECT_EQ(contentsOf(folder / "properties.json"),
+            "{\n\t\"degree\" : \"Node Degree\",\n\t\"Age\" : \"Age\",\n"
+            "\t\"ORDER\" : [\"degree\", \"Age\"]\n}\n");
+  fs::remove_all(folder);
+
+  // Opening the sheet again brings every code back to 1 and every row back.
+  EXPECT_FALSE(controller->exportTo3D());  // no window to show it
+  EXPECT_EQ(table.tableView(Table::Colors, "function", 0), Cell(std::int64_t{1}));
+  EXPECT_EQ(table.selectedRows(Table::Colors).size(), offered.size());
+}
+
+TEST(WebExport, FunctionCodes) {
+  const std::vector<std::pair<std::int64_t, std::string>> codes = {
+      {0, "Linear"},      {1, "Exponential"}, {2, "Exponential10"}, {3, "Exponential1/10"},
+      {4, "Logarithmic"}, {5, "Power"},       {6, "Linear"},        {-1, "Linear"}};
+  for (const auto& [code, name] : codes) {
+    EXPECT_EQ(VXLExport3DTableController::colorFunctionForCode(code), name) << code;
+  }
+}
+
+TEST(WebExport, AFileThatCannotBeWrittenIsReportedAndTheRestIsWritten) {
+  auto controller = controllerFor(townsNetwork());
+  controller->export3DTableController().reloadTable();
+  const fs::path folder = scratch("blocked");
+  fs::create_directories(folder / "names.dat");  // a folder where the file goes
+  std::string error;
+  EXPECT_FALSE(controller->exportWebToFile(folder, &error));
+  EXPECT_NE(error.find((folder / "names.dat").string()), std::string::npos) << error;
+  EXPECT_EQ(error.find('\n'), std::string::npos) << error;  // one file failed
+  EXPECT_TRUE(fs::is_directory(folder / "names.dat"));
+  EXPECT_EQ(contentsOf(folder / "edges.dat"), "0 1\n1 2\n2 0\n2 3\n");
+  EXPECT_TRUE(fs::exists(folder / "properties.json"));
+  for (const std::string& name : filesIn(folder)) {
+    EXPECT_EQ(name.find(".tmp"), std::string::npos) << name;
+  }
+
+  // A folder that cannot be made: nothing is written and the reason is said.
+  std::ofstream(folder / "plain") << "x";
+  EXPECT_FALSE(controller->exportWebToFile(folder / "plain" / "bundle", &error));
+  EXPECT_NE(error.find("plain"), std::string::npos) << error;
+  fs::remove_all(folder);
+}
+
+TEST(WebExport, TheDocumentShowsTheSheetThroughItsController) {
+  auto controller = controllerFor(bareNetwork());
+  QLOComplexNetwork document;
+  EXPECT_FALSE(document.exportTo3D().done);  // no controller
+  document.setNetworkController(controller.get());
+  EXPECT_FALSE(document.exportTo3D().done);  // no window to show the sheet
+  int shown = 0;
+  controller->setExport3DSheetHandler([&] {
+    ++shown;
+    EXPECT_TRUE(controller->export3DTableController().colorsFunctionsDictionary());
+  });
+  const ExportResult result = document.exportTo3D();
+  EXPECT_TRUE(result.done);
+  EXPECT_TRUE(result.message.empty());
+  EXPECT_EQ(shown, 1);
+  document.setNetworkController(nullptr);
+}
+
+}  // namespace

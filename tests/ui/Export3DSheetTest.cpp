@@ -1,0 +1,239 @@
+// The 3D export sheet in a document window: the menu item shows it over the
+// window with every offered colour property picked at function 1, the web
+// site box follows the web viewer box, Cancel writes nothing, OK asks for the
+// folder and writes the bundle as the tables say, and Web Bundle... writes
+// the defaults or shows why it could not.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTableView>
+#include <QTimer>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <sstream>
+
+#include "application.h"
+#include "ui/DocumentWindow.h"
+#include "ui/export3dsheet.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using uitest::documents;
+using uitest::processEventsUntil;
+using Table = VXLExport3DTableController::Table;
+
+const fs::path kOutput = fs::path(PLEXVIEW_TEST_OUTPUT) / "export3d";
+
+std::string contentsOf(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+template <class T>
+T* visible(const QString& name) {
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    auto* found = qobject_cast<T*>(widget);
+    if (found && found->isVisible() && found->objectName() == name) return found;
+  }
+  return nullptr;
+}
+
+// Answers the dialog from a timer once it shows (it runs window-modal).
+template <class T>
+void whenShown(const QString& name, std::function<void(T*)> answer) {
+  auto* timer = new QTimer;
+  timer->setInterval(20);
+  QObject::connect(timer, &QTimer::timeout, [timer, name, answer] {
+    if (T* dialog = visible<T>(name)) {
+      timer->stop();
+      timer->deleteLater();
+      answer(dialog);
+    }
+  });
+  timer->start();
+}
+
+QAction* exportAction(ui::DocumentWindow* window, const QString& text) {
+  for (QAction* top : window->menuBar()->actions()) {
+    if (!top->menu() || top->text().remove('&') != QStringLiteral("File")) continue;
+    for (QAction* item : top->menu()->actions()) {
+      if (!item->menu() || item->text().remove('&') != QStringLiteral("Export")) continue;
+      emit item->menu()->aboutToShow();  // validates the items
+      for (QAction* action : item->menu()->actions()) {
+        if (action->text() == text) return action;
+      }
+    }
+  }
+  return nullptr;
+}
+
+// Triangle 0-1-2 plus vertex 3, a numeric "Age" and a text "zone".
+std::shared_ptr<QLONetwork> smallNetwork() {
+  NetworkData data;
+  data.verticesCount = 4;
+  data.from = {0, 1, 2};
+  data.to = {1, 2, 0};
+  data.properties = {{"Age", QLONumberArray::initWithFloats(std::vector<float>{30, 40, 50, 60})},
+                     {"zone", std::make_shared<TextList>(TextList{"n", "s", "n", "e"})}};
+  return QLONetwork::make(std::move(data));
+}
+
+class Export3DSheetTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    fs::remove_all(kOutput);
+    fs::create_directories(kOutput);
+    const auto document = documents().newDocument();
+    window_ = ui::DocumentWindow::windowFor(document.get());
+    ASSERT_TRUE(window_ && QTest::qWaitForWindowExposed(window_));
+    window_->controller().setIterations(0);
+    window_->controller().setNetwork(smallNetwork());
+  }
+  void TearDown() override {
+    for (const auto& document : std::vector(documents().documents())) {
+      document->updateChangeCount(QLOComplexNetwork::Change::Cleared);
+      if (auto* window = ui::DocumentWindow::windowFor(document.get())) window->close();
+    }
+    processEventsUntil([] { return documents().documents().empty(); });
+  }
+
+  ui::Export3DSheet* openSheet() {
+    QAction* action = exportAction(window_, QStringLiteral("3D Export\u2026"));
+    EXPECT_TRUE(action && action->isEnabled());
+    if (!action) return nullptr;
+    action->trigger();
+    processEventsUntil([] { return visible<ui::Export3DSheet>("export3DSheet"); });
+    return visible<ui::Export3DSheet>("export3DSheet");
+  }
+
+  static QStringList column(QTableView* table, int column, int role) {
+    QStringList values;
+    for (int row = 0; row < table->model()->rowCount(); ++row) {
+      values << table->model()->index(row, column).data(role).toString();
+    }
+    return values;
+  }
+
+  ui::DocumentWindow* window_ = nullptr;
+};
+
+TEST_F(Export3DSheetTest, TheSheetShowsTheOfferedPropertiesAllPickedAtFunctionOne) {
+  ui::Export3DSheet* sheet = openSheet();
+  ASSERT_TRUE(sheet);
+  EXPECT_EQ(sheet->parentWidget(), window_);
+  EXPECT_EQ(sheet->windowModality(), Qt::WindowModal);
+  // "zone" sorts last among the keys, so it is not offered; "None" is.
+  EXPECT_EQ(column(sheet->colorsTable(), 0, Qt::DisplayRole),
+            (QStringList{"Age", "Node Degree", "Node InDegree", "None"}));
+  EXPECT_EQ(column(sheet->colorsTable(), 1, Qt::EditRole), (QStringList{"1", "1", "1", ""}));
+  EXPECT_EQ(column(sheet->colorsTable(), 1, Qt::DisplayRole).first(),
+            QStringLiteral("1 (Exponential)"));
+  EXPECT_EQ(sheet->colorsTable()->selectionModel()->selectedRows().size(), 4);
+  EXPECT_TRUE(column(sheet->propertiesTable(), 0, Qt::DisplayRole).contains("zone"));
+  EXPECT_EQ(sheet->propertiesTable()->selectionModel()->selectedRows().size(),
+            sheet->propertiesTable()->model()->rowCount());
+
+  // The web site box is enabled exactly while the web viewer box is on.
+  for (const bool on : {false, true, false}) {
+    sheet->webViewer()->setChecked(on);
+    EXPECT_EQ(sheet->webSite()->isEnabled(), on);
+  }
+
+  // Edits reach the controller; Cancel writes nothing and opening again
+  // starts afresh.
+  auto& table = window_->controller().export3DTableController();
+  auto* model = sheet->colorsTable()->model();
+  ASSERT_TRUE(model->setData(model->index(0, 1), 4, Qt::EditRole));
+  EXPECT_EQ(table.tableView(Table::Colors, "function", 0),
+            VXLExport3DTableController::CellValue(std::int64_t{4}));
+  sheet->colorsTable()->selectionModel()->select(
+      model->index(1, 0), QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
+  EXPECT_EQ(table.selectedKeysForColors(),
+            (std::vector<std::string>{"Age", "Node InDegree", "None"}));
+  sheet->cancelButton()->click();
+  EXPECT_FALSE(sheet->isVisible());
+  QTest::qWait(100);
+  EXPECT_FALSE(visible<QFileDialog>("webBundleSavePanel"));
+
+  ASSERT_EQ(openSheet(), sheet);
+  EXPECT_EQ(column(sheet->colorsTable(), 1, Qt::EditRole).first(), QStringLiteral("1"));
+  EXPECT_EQ(sheet->colorsTable()->selectionModel()->selectedRows().size(), 4);
+  sheet->cancelButton()->click();
+}
+
+TEST_F(Export3DSheetTest, OKAsksForTheFolderAndWritesTheBundleAsTheTablesSay) {
+  ui::Export3DSheet* sheet = openSheet();
+  ASSERT_TRUE(sheet);
+  auto* model = sheet->colorsTable()->model();
+  ASSERT_TRUE(model->setData(model->index(1, 1), 0, Qt::EditRole));  // degree: linear
+  sheet->colorsTable()->selectionModel()->select(
+      model->index(2, 0), QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
+
+  const fs::path folder = kOutput / "bundle";
+  QString proposed;
+  whenShown<QFileDialog>("webBundleSavePanel", [&](QFileDialog* panel) {
+    proposed = panel->selectedFiles().value(0);
+    panel->selectFile(QString::fromStdString(folder.string()));
+    static_cast<QDialog*>(panel)->accept();  // as the Save button does
+  });
+  sheet->okButton()->click();
+  EXPECT_FALSE(sheet->isVisible());
+  ASSERT_TRUE(processEventsUntil([&] { return fs::exists(folder / "properties.json"); }));
+  EXPECT_TRUE(proposed.endsWith(QStringLiteral("/Random Network"))) << proposed.toStdString();
+
+  const VXLController& controller = window_->controller();
+  EXPECT_EQ(contentsOf(folder / "properties.json"),
+            "{\n\t\"degree\" : \"Node Degree\",\n\t\"Age\" : \"Age\",\n"
+            "\t\"ORDER\" : [\"degree\", \"Age\"]\n}\n");
+  EXPECT_EQ(contentsOf(folder / "degree.colors"),
+            controller.colorsForProperty("Node Degree", "Linear")->text());
+  EXPECT_EQ(contentsOf(folder / "Age.property"), "30\n40\n50\n60\n");
+  EXPECT_FALSE(fs::exists(folder / "Node_InDegree.colors"));
+}
+
+TEST_F(Export3DSheetTest, WebBundleWritesTheDefaultsOrSaysWhyNot) {
+  QAction* action = exportAction(window_, QStringLiteral("Web Bundle\u2026"));
+  ASSERT_TRUE(action && action->isEnabled());
+
+  const fs::path folder = kOutput / "defaults";
+  whenShown<QFileDialog>("webBundleSavePanel", [&](QFileDialog* panel) {
+    panel->selectFile(QString::fromStdString(folder.string()));
+    static_cast<QDialog*>(panel)->accept();  // as the Save button does
+  });
+  action->trigger();
+  ASSERT_TRUE(processEventsUntil([&] { return fs::exists(folder / "properties.json"); }));
+  EXPECT_EQ(contentsOf(folder / "properties.json"),
+            "{\n\t\"degree\" : \"Node Degree\",\n\t\"Age\" : \"Age\",\n"
+            "\t\"Node_InDegree\" : \"Node InDegree\",\n"
+            "\t\"ORDER\" : [\"degree\", \"Age\", \"Node_InDegree\"]\n}\n");
+
+  // A folder inside a plain file cannot be made: an alert over the window.
+  std::ofstream(kOutput / "plain") << "x";
+  QString reason;
+  bool alerted = false;
+  whenShown<QFileDialog>("webBundleSavePanel", [&](QFileDialog* panel) {
+    panel->selectFile(QString::fromStdString((kOutput / "plain" / "bundle").string()));
+    static_cast<QDialog*>(panel)->accept();  // as the Save button does
+  });
+  whenShown<QMessageBox>("webBundleFailedAlert", [&](QMessageBox* box) {
+    alerted = true;
+    reason = box->informativeText();
+    box->button(QMessageBox::Ok)->click();
+  });
+  action->trigger();
+  ASSERT_TRUE(processEventsUntil([&] { return alerted; }));
+  EXPECT_TRUE(reason.contains(QStringLiteral("plain"))) << reason.toStdString();
+  EXPECT_EQ(contentsOf(kOutput / "plain"), "x");
+}
+
+}  // namespace
