@@ -20,6 +20,7 @@
 #include <algorithm>
 
 #include "ui/NetworkViewWidget.h"
+#include "ui/ScriptConsoleWindow.h"
 #include "ui/SidePanel.h"
 
 namespace ui {
@@ -139,7 +140,10 @@ void DocumentWindow::buildMenus() {
   buildFileMenu();
   buildViewMenu();
   QMenu* window = menuBar()->addMenu(tr("&Window"));
-  window->addAction(tr("Script Console"))->setEnabled(false);
+  // Enabled when the program has an interpreter (and so a console).
+  QAction* console =
+      window->addAction(tr("Script Console"), this, [] { ScriptConsoleWindow::showShared(); });
+  console->setEnabled(ScriptConsoleWindow::shared() != nullptr);
 }
 
 void DocumentWindow::buildFileMenu() {
