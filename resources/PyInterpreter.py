@@ -24,6 +24,10 @@ import traceback
 
 import plexview
 
+# This file's name as its code objects know it (the program removes
+# __file__ from __main__ once the script has run).
+_thisFile = __file__
+
 try:
     import numpy
 except ImportError:  # the console works without it; only `np` is missing
@@ -56,7 +60,7 @@ def _rememberSource(filename, source):
 def _printTraceback(file):
     """The current exception without this file's own frames."""
     kind, error, trace = sys.exc_info()
-    while trace is not None and trace.tb_frame.f_code.co_filename == __file__:
+    while trace is not None and trace.tb_frame.f_code.co_filename == _thisFile:
         trace = trace.tb_next
     traceback.print_exception(kind, error, trace, file=file)
 

@@ -40,11 +40,14 @@ void startPython(const std::vector<std::string>& arguments) {
   py::initialize_interpreter(&config, static_cast<int>(argv.size()), argv.data(), false);
 }
 
-// Runs the script as __main__ under its file name; false when it raised.
+// Runs the script as __main__ under its bare file name; false when it
+// raised. Compiled scripts keep their whole path: the interpreter reopens a
+// .pyc file by the name it is given.
 bool runScript(const std::filesystem::path& script) {
   std::FILE* file = std::fopen(script.c_str(), "r");
   if (!file) return false;
-  const std::string name = script.filename().string();
+  const std::string name =
+      script.extension() == ".pyc" ? script.string() : script.filename().string();
   const int failed = PyRun_SimpleFileExFlags(file, name.c_str(), 0, nullptr);
   std::fclose(file);
   return failed == 0;
