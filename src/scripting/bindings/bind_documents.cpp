@@ -67,7 +67,9 @@ void bindDocument(py::module_& m) {
       .def("isDefaultNetwork", &QLOComplexNetwork::isDefaultNetwork,
            "True while the window shows the network it generated at start-up.")
       .def("isMajorComponentOnlySelected", &QLOComplexNetwork::isMajorComponentOnlySelected)
-      .def("fileURL", &QLOComplexNetwork::fileURL, "The file's location ('' when untitled).")
+      .def(
+          "fileURL", [](const QLOComplexNetwork& d) { return d.fileURL().string(); },
+          "The file's location as text ('' when untitled).")
       .def("displayName", &QLOComplexNetwork::displayName)
       .def("fileType", &QLOComplexNetwork::fileType)
       .def("isDocumentEdited", &QLOComplexNetwork::isDocumentEdited)
