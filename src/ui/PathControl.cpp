@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLayoutItem>
 #include <QToolButton>
 
@@ -34,14 +35,16 @@ void PathControl::setPath(const QString& path) {
     delete item->widget();
     delete item;
   }
+  int position = 0;
   for (int i = 0; i < componentPaths_.size(); ++i) {
     const QString& component = componentPaths_[i];
+    if (i > 1) row_->insertWidget(position++, new QLabel(QStringLiteral("\u203A"), this));
     auto* button = new QToolButton(this);
     button->setAutoRaise(true);
     button->setText(i == 0 ? component : component.section(QLatin1Char('/'), -1));
     button->setToolTip(component);
     connect(button, &QToolButton::clicked, this, [this, i] { clickComponent(i); });
-    row_->insertWidget(i, button);
+    row_->insertWidget(position++, button);
   }
 }
 
