@@ -3,6 +3,7 @@
 // --snapshot one frame rendered off screen to a PNG file; with --render a
 // picture laid out and written by the start-up script. See app/options.h for
 // the command line.
+#include <unistd.h>
 #include <QApplication>
 #include <QGuiApplication>
 #include <QImage>
@@ -101,10 +102,24 @@ VXLPythonController::Interpreter consoleInterpreter(
   };
 }
 
+// Runs the same command again under a virtual X server; returns only when
+// that cannot be done.
+void runUnderXvfb(const std::vector<std::string>& processArguments) {
+  std::vector<std::string> command{"xvfb-run", "-a", "-s", "-screen 0 1024x768x24"};
+  command.insert(command.end(), processArguments.begin(), processArguments.end());
+  std::vector<char*> argv;
+  for (std::string& word : command) argv.push_back(word.data());
+  argv.push_back(nullptr);
+  std::fflush(nullptr);
+  execvp(argv[0], argv.data());
+}
+
 int runRender(const std::vector<std::string>& processArguments, int argc, char** argv,
               const app::Options& options) {
   if (!haveDisplay()) {
-    printError("no display for OpenGL: run under a display or xvfb-run");
+    // A picture needs OpenGL, and OpenGL a display: lend one.
+    runUnderXvfb(processArguments);
+    printError("no display for OpenGL and no xvfb-run: run under a display or install xvfb");
     return kFailed;
   }
   const std::filesystem::path startupScript = scripting::prepareInterpreter();

@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QImage>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -22,8 +23,17 @@ struct RenderRun {
   QString out, err;
 };
 
-RenderRun render(const QStringList& arguments) {
+enum class Display { Inherited, None };
+
+RenderRun render(const QStringList& arguments, Display display = Display::Inherited) {
   QProcess process;
+  if (display == Display::None) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+      environment.remove(QLatin1String(name));
+    }
+    process.setProcessEnvironment(environment);
+  }
   process.start(QStringLiteral(PLEXVIEW_PROGRAM), arguments);
   RenderRun run;
   if (!process.waitForFinished(120000)) return run;
@@ -142,6 +152,15 @@ TEST(RenderCommand, FailuresExitNonZeroWithAMessageAndNoPicture) {
     EXPECT_TRUE(run.err.contains(c.errorMentions)) << run.err.toStdString();
     EXPECT_FALSE(QFileInfo::exists(png));
   }
+}
+
+// Without a display the program runs itself under a virtual one.
+TEST(RenderCommand, WithoutADisplayItLendsItselfOne) {
+  const QString png = output("render-headless.png");
+  const RenderRun run = render(
+      {"--render", groupsFile(), "-o", png, "--size", "64x48", "--iterations", "3"}, Display::None);
+  ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+  EXPECT_EQ(QImage(png).size(), QSize(64, 48));
 }
 
 // PDF and SVG go through the view's image export; a build without it says
