@@ -22,12 +22,10 @@
 #include "ui/documentui.h"
 #include "ui/snapshot.h"
 
-#if PLEXVIEW_EMBEDDED_PYTHON
 #include "scripting/embedconsole.h"
 #include "scripting/embedmodule.h"
 #include "scripting/embedstartup.h"
 #include "ui/ScriptConsoleWindow.h"
-#endif
 
 namespace {
 
@@ -90,8 +88,6 @@ int runSnapshot(int argc, char** argv, const app::Options& options) {
   return 0;
 }
 
-#if PLEXVIEW_EMBEDDED_PYTHON
-
 // The console's view of the interpreter object the start-up script defines.
 VXLPythonController::Interpreter consoleInterpreter(
     const std::shared_ptr<scripting::ConsoleSession>& session) {
@@ -129,8 +125,6 @@ int runRender(const std::vector<std::string>& processArguments, int argc, char**
   return scripting::renderPicture(options);
 }
 
-#endif
-
 int runWindow(const std::vector<std::string>& processArguments, int argc, char** argv,
               const app::Options& options) {
   std::error_code ignored;
@@ -138,20 +132,14 @@ int runWindow(const std::vector<std::string>& processArguments, int argc, char**
     printError("no script file " + options.script.string());
     return kFailed;
   }
-#if PLEXVIEW_EMBEDDED_PYTHON
   const std::filesystem::path startupScript = scripting::prepareInterpreter();
-#else
-  (void)processArguments;
-#endif
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("plexview"));
   QApplication::setOrganizationName(QStringLiteral("plexview"));
-#if PLEXVIEW_EMBEDDED_PYTHON
   scripting::setProgramServices({&writeSnapshot});
   const scripting::EmbeddedInterpreter interpreter(processArguments, startupScript);
   ui::ScriptConsoleWindow console(
       consoleInterpreter(std::make_shared<scripting::ConsoleSession>()));
-#endif
   QLODocumentController documents;
   ui::installDocumentUi(documents);
 
@@ -160,11 +148,7 @@ int runWindow(const std::vector<std::string>& processArguments, int argc, char**
   auto startScript = [&options, scriptStarted] {
     if (*scriptStarted) return;
     *scriptStarted = true;
-#if PLEXVIEW_EMBEDDED_PYTHON
     QTimer::singleShot(0, [&options] { scripting::runScriptFile(options.script); });
-#else
-    (void)options;
-#endif
   };
   if (options.files.empty()) {
     documents.newDocument();
@@ -202,9 +186,7 @@ int main(int argc, char** argv) {
     return kUsage;
   }
   const app::Options& options = *parsed.options;
-#if PLEXVIEW_EMBEDDED_PYTHON
   try {
-#endif
     switch (options.mode) {
       case app::RunMode::Help:
         std::fputs(app::usageText().c_str(), stdout);
@@ -212,20 +194,13 @@ int main(int argc, char** argv) {
       case app::RunMode::Snapshot:
         return runSnapshot(argc, argv, options);
       case app::RunMode::Render:
-#if PLEXVIEW_EMBEDDED_PYTHON
         return runRender(processArguments, argc, argv, options);
-#else
-      printError("--render needs the Python interpreter, which this build leaves out");
-      return kFailed;
-#endif
       case app::RunMode::Window:
         break;
     }
     return runWindow(processArguments, argc, argv, options);
-#if PLEXVIEW_EMBEDDED_PYTHON
   } catch (const scripting::StartupError& error) {
     std::fprintf(stderr, "%s\n", error.what());
     return kFailed;
   }
-#endif
 }
