@@ -41,6 +41,8 @@ ScriptConsoleWindow::ScriptConsoleWindow(VXLPythonController::Interpreter interp
     : QWidget(parent, Qt::Window) {
   setWindowTitle(tr("Script Console"));
   setObjectName(QStringLiteral("scriptConsole"));
+  // A panel beside the documents: closing the last document still ends the program.
+  setAttribute(Qt::WA_QuitOnClose, false);
   auto& c = controller_;
   c.pyInterpreter = std::move(interpreter);
   c.window = this;

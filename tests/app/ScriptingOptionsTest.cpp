@@ -104,12 +104,4 @@ TEST(ScriptingOptions, RefusedCombinationsSayWhy) {
   }
 }
 
-TEST(ScriptingOptions, UsageNamesEveryOption) {
-  const std::string usage = app::usageText();
-  for (const char* option : {"--run", "--snapshot", "--steps", "--size", "--render", "-o",
-                             "--iterations", "--color-by"}) {
-    EXPECT_NE(usage.find(option), std::string::npos) << option;
-  }
-}
-
 }  // namespace

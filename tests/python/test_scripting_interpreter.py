@@ -1,7 +1,8 @@
 """The start-up script's Python side without the program: the console's
 PyInterpreter (output, tracebacks, the evaluation field and its buffer),
 the namespace scripts see, and the layout and colouring behind --render.
-The script is loaded from the source tree next to the extension module."""
+The script is loaded from the source tree next to the extension module;
+the failures of --render are tested through the program."""
 
 import io
 import os
@@ -128,24 +129,6 @@ class RenderPieces(unittest.TestCase):
         self.assertGreater(colours[11, 0], colours[11, 2])
         # Equal degrees: one colour for every vertex.
         self.assertEqual(len({tuple(c) for c in self.colours_by("Node Degree")}), 1)
-
-    def test_an_unknown_property_names_those_there_are(self):
-        with self.assertRaises(STARTUP["BatchError"]) as raised:
-            self.colours_by("height")
-        message = str(raised.exception)
-        self.assertIn("'height'", message)
-        self.assertIn("Node Degree", message)
-        self.assertIn("team", message)
-
-    def test_a_missing_file_answers_failure_with_the_reason(self):
-        errors = io.StringIO()
-        saved, sys.stderr = sys.stderr, errors
-        try:
-            status = STARTUP["renderFile"]("/nonexistent-folder/x.net", "out.png")
-        finally:
-            sys.stderr = saved
-        self.assertEqual(status, 1)
-        self.assertIn("x.net", errors.getvalue())
 
 
 if __name__ == "__main__":
