@@ -1,7 +1,11 @@
 #include "app/options.h"
 
+#include <algorithm>
+#include <cctype>
 #include <charconv>
+#include <iterator>
 #include <limits>
+#include <string_view>
 
 namespace app {
 namespace {
@@ -37,11 +41,106 @@ ParsedOptions refuse(std::string reason) {
   return parsed;
 }
 
+// The options followed by a value.
+bool takesValue(std::string_view option) {
+  static constexpr std::string_view kWithValue[] = {
+      "--snapshot", "--steps", "--size", "--run", "--render", "-o", "--iterations", "--color-by"};
+  return std::find(std::begin(kWithValue), std::end(kWithValue), option) != std::end(kWithValue);
+}
+
+// The picture formats --render writes, by file extension.
+bool isPictureName(const std::filesystem::path& file) {
+  std::string extension = file.extension().string();
+  std::transform(extension.begin(), extension.end(), extension.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return extension == ".png" || extension == ".pdf" || extension == ".svg";
+}
+
+// Which options appeared: the checks after the loop look at combinations.
+struct Given {
+  bool steps = false, iterations = false, size = false, output = false, colorBy = false;
+  bool snapshot = false, render = false;
+  std::filesystem::path renderFile;
+};
+
+// Stores one option's value; an empty answer means accepted.
+std::string takeValue(const std::string& option, const std::string& value, Options& options,
+                      Given& given) {
+  if (option == "--snapshot" || option == "--render" || option == "-o" || option == "--run") {
+    if (value.empty()) return option + " needs a file name";
+  }
+  if (option == "--snapshot") {
+    given.snapshot = true;
+    options.snapshot = value;
+  } else if (option == "--render") {
+    given.render = true;
+    given.renderFile = value;
+  } else if (option == "-o") {
+    given.output = true;
+    options.output = value;
+  } else if (option == "--run") {
+    options.script = value;
+  } else if (option == "--color-by") {
+    if (value.empty()) return "--color-by needs a property name";
+    given.colorBy = true;
+    options.colorBy = value;
+  } else if (option == "--steps" || option == "--iterations") {
+    const auto steps = parseNumber<std::uint64_t>(value);
+    if (!steps) return option + " needs a whole number of steps, not " + value;
+    options.steps = *steps;
+    (option == "--steps" ? given.steps : given.iterations) = true;
+  } else if (!parseSize(value, options.width, options.height)) {
+    return "--size needs WIDTHxHEIGHT in pixels (1 to " + std::to_string(kMaxSide) +
+           " each), not " + value;
+  } else {
+    given.size = true;
+  }
+  return {};
+}
+
+// The combinations refused once every option has been read; empty when the
+// command line holds together.
+std::string checkCombination(Options& options, const Given& given) {
+  if (given.snapshot && given.render) return "--snapshot and --render cannot be combined";
+  if (given.steps && !given.snapshot) return "--steps applies to --snapshot only";
+  if (given.size && !given.snapshot && !given.render) {
+    return "--size applies to --snapshot and --render only";
+  }
+  if ((given.iterations || given.output || given.colorBy) && !given.render) {
+    return "--iterations, -o and --color-by apply to --render only";
+  }
+  if (!options.script.empty() && (given.snapshot || given.render)) {
+    return "--run applies to the window mode only, not to --snapshot or --render";
+  }
+  if (given.snapshot) {
+    options.mode = RunMode::Snapshot;
+    if (options.files.size() > 1) {
+      return "--snapshot shows one network file (got " + options.files[0].string() + " and " +
+             options.files[1].string() + ")";
+    }
+  }
+  if (given.render) {
+    options.mode = RunMode::Render;
+    if (!options.files.empty()) {
+      return "--render draws the one network file given with it (got " + options.files[0].string() +
+             " as well)";
+    }
+    if (!given.output) return "--render needs -o OUT.png, OUT.pdf or OUT.svg";
+    if (!isPictureName(options.output)) {
+      return "-o " + options.output.string() +
+             ": the picture's name must end in .png, .pdf or .svg";
+    }
+    options.files.push_back(given.renderFile);
+  }
+  return {};
+}
+
 }  // namespace
 
 ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
   Options options;
-  bool stepsGiven = false, sizeGiven = false, optionsEnded = false;
+  Given given;
+  bool optionsEnded = false;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& arg = arguments[i];
     const bool isOption = !optionsEnded && arg.size() > 1 && arg[0] == '-';
@@ -57,63 +156,30 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
       options.mode = RunMode::Help;
       return {options, {}};
     }
-    const bool takesValue = arg == "--snapshot" || arg == "--steps" || arg == "--size";
-    if (!takesValue) {
-      std::string reason = "unknown option ";
-      reason += arg;
+    if (!takesValue(arg)) return refuse("unknown option " + arg);
+    if (i + 1 >= arguments.size()) return refuse(arg + " needs a value");
+    if (std::string reason = takeValue(arg, arguments[++i], options, given); !reason.empty()) {
       return refuse(std::move(reason));
     }
-    if (i + 1 >= arguments.size()) {
-      std::string reason = arg;
-      reason += " needs a value";
-      return refuse(std::move(reason));
-    }
-    const std::string& value = arguments[++i];
-    if (arg == "--snapshot") {
-      if (value.empty()) return refuse("--snapshot needs a file name");
-      options.mode = RunMode::Snapshot;
-      options.snapshot = value;
-    } else if (arg == "--steps") {
-      const auto steps = parseNumber<std::uint64_t>(value);
-      if (!steps) {
-        std::string reason = "--steps needs a whole number of steps, not ";
-        reason += value;
-        return refuse(std::move(reason));
-      }
-      options.steps = *steps;
-      stepsGiven = true;
-    } else {
-      if (!parseSize(value, options.width, options.height)) {
-        std::string reason = "--size needs WIDTHxHEIGHT in pixels (1 to ";
-        reason += std::to_string(kMaxSide);
-        reason += " each), not ";
-        reason += value;
-        return refuse(std::move(reason));
-      }
-      sizeGiven = true;
-    }
   }
-  if (options.mode != RunMode::Snapshot && (stepsGiven || sizeGiven)) {
-    return refuse("--steps and --size apply to --snapshot only");
-  }
-  if (options.mode == RunMode::Snapshot && options.files.size() > 1) {
-    std::string reason = "--snapshot shows one network file (got ";
-    reason += options.files[0].string();
-    reason += " and ";
-    reason += options.files[1].string();
-    reason += ")";
+  if (std::string reason = checkCombination(options, given); !reason.empty()) {
     return refuse(std::move(reason));
   }
   return {options, {}};
 }
 
 std::string usageText() {
-  return "usage: plexview [FILE...]\n"
+  return "usage: plexview [--run SCRIPT.py] [FILE...]\n"
          "       plexview --snapshot OUT.png [--steps N] [--size WxH] [FILE]\n"
+         "       plexview --render FILE -o OUT.png|OUT.pdf|OUT.svg [--iterations N]\n"
+         "                [--size WxH] [--color-by PROPERTY]\n"
          "FILE is a Pajek (.net, .paj) or GraphML network, each opened in a window of\n"
          "its own; without one a random network of 2000 vertices is generated.\n"
+         "--run runs a Python script once the first window is open.\n"
          "--snapshot lays the network out for N steps (default 200) and writes one\n"
-         "frame of WxH pixels (default 800x600) without showing a window.\n";
+         "frame of WxH pixels (default 800x600) without showing a window.\n"
+         "--render lays FILE out for N iterations (default 200), colours it by\n"
+         "PROPERTY (default: by degree) and writes the picture without a window.\n";
 }
 
 }  // namespace app

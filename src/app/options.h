@@ -1,7 +1,9 @@
 #pragma once
 // The plexview command line:
-//   plexview [FILE...]                                       a window per file
+//   plexview [--run SCRIPT.py] [FILE...]                     a window per file
 //   plexview --snapshot OUT.png [--steps N] [--size WxH] [FILE]  one frame, no window
+//   plexview --render FILE -o OUT.{png,pdf,svg} [--iterations N] [--size WxH]
+//            [--color-by PROPERTY]                            a picture, no window
 // FILE is a Pajek or GraphML network; without one a random network is generated.
 #include <cstdint>
 #include <filesystem>
@@ -11,14 +13,17 @@
 
 namespace app {
 
-enum class RunMode { Window, Snapshot, Help };
+enum class RunMode { Window, Snapshot, Render, Help };
 
 struct Options {
   RunMode mode = RunMode::Window;
-  std::vector<std::filesystem::path> files;  // none: a generated network
+  std::vector<std::filesystem::path> files;  // none: a generated network (Render: exactly one)
   std::filesystem::path snapshot;            // the PNG written in Snapshot mode
-  std::uint64_t steps = 200;                 // layout steps before the snapshot
-  int width = 800;                           // snapshot size in pixels
+  std::filesystem::path output;              // the picture written in Render mode
+  std::filesystem::path script;              // run once the first window exists (Window mode)
+  std::string colorBy;                       // the property a render colours by; empty: default
+  std::uint64_t steps = 200;                 // layout steps before the snapshot or render
+  int width = 800;                           // picture size in pixels
   int height = 600;
 };
 

@@ -21,6 +21,7 @@
 #include <string_view>
 
 #include "ui/NetworkViewWidget.h"
+#include "ui/ScriptConsoleWindow.h"
 #include "ui/SidePanel.h"
 #include "ui/export3dsheet.h"
 
@@ -142,7 +143,10 @@ void DocumentWindow::buildMenus() {
   buildFileMenu();
   buildViewMenu();
   QMenu* window = menuBar()->addMenu(tr("&Window"));
-  window->addAction(tr("Script Console"))->setEnabled(false);
+  // Enabled when the program has an interpreter (and so a console).
+  QAction* console =
+      window->addAction(tr("Script Console"), this, [] { ScriptConsoleWindow::showShared(); });
+  console->setEnabled(ScriptConsoleWindow::shared() != nullptr);
 }
 
 void DocumentWindow::buildFileMenu() {
