@@ -198,33 +198,15 @@ def _colourNames(controller):
 
 
 def colourBy(controller, name):
-    """Colours the vertices by a property: through the controller's own
-    colouring when it has one, else here with the default transform and
-    map (numbers) or by category (text)."""
-    select = getattr(controller, "selectColorProperty", None)
-    values = _propertyValues(controller, name)
-    if values is None:
+    """Colours the vertices by a property through the controller's own
+    colouring (numbers through the selected transform and map, text by
+    category)."""
+    if _propertyValues(controller, name) is None:
         raise BatchError(
             "no property %r to colour by; the network has: %s"
             % (name, ", ".join(_colourNames(controller)) or "none")
         )
-    if select is not None:
-        select(name)
-        return
-    colour = plexview.colour
-    if isinstance(values, list):  # text: one colour per category
-        colours = colour.colorsForCategories(values, network=controller.network())
-    else:
-        numbers = numpy.asarray(values.array() if hasattr(values, "array") else values)
-        if numbers.ndim != 1:
-            raise BatchError("property %r holds vectors, not one number per vertex" % name)
-        normalised = colour.newVectorFromVectorWithTransformFunction(
-            numbers.astype(numpy.float32), "Linear"
-        )
-        colours = colour.colorsFromNormalizedVector(normalised, "Jet")
-    controller.networkView().setColors(
-        plexview.QLOVector3dArray.fromNumpy(numpy.asarray(colours, dtype=numpy.float32))
-    )
+    controller.selectColorProperty(name)
 
 
 def pictureWriter(view, output):

@@ -266,8 +266,7 @@ TEST_F(ColourPanelTest, TheOpenButtonStartsBesideTheDocumentAndSelectsTheFile) {
   EXPECT_TRUE(dialog->isVisible());
   EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
   EXPECT_EQ(QDir(dialog->directory()).canonicalPath(), QDir(folder.path()).canonicalPath());
-  dialog->selectFile(QString::fromStdString(file.string()));
-  static_cast<QDialog*>(dialog)->accept();
+  uitest::chooseInFileDialog(dialog, QString::fromStdString(file.string()));
   EXPECT_EQ(controller_->selectedColorProperty(), "levels");
   EXPECT_EQ(child<QComboBox>("colorSelector")->currentText(), "levels");
   EXPECT_EQ(view().legends()->labels().front(), "-1");

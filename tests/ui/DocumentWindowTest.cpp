@@ -252,8 +252,7 @@ TEST_F(DocumentWindows, UnsavedChangesAreAskedAboutOnClose) {
       if (!native) {
         whenShown<QFileDialog>(QStringLiteral("savePanel"), [&](QFileDialog* panel) {
           EXPECT_EQ(panel->acceptMode(), QFileDialog::AcceptSave);
-          panel->selectFile(QString::fromStdString(savedAs.string()));
-          static_cast<QDialog*>(panel)->accept();  // QFileDialog hides it
+          uitest::chooseInFileDialog(panel, QString::fromStdString(savedAs.string()));
         });
       }
       box->button(button)->click();
@@ -386,8 +385,7 @@ TEST_F(DocumentWindows, TheOpenPanelSetsTheChoiceAndAFailedFileIsExplained) {
       alertDetail = alert->informativeText();
       alert->accept();
     });
-    panel->selectFile(QString::fromStdString((kData / "broken.net").string()));
-    static_cast<QDialog*>(panel)->accept();  // QFileDialog hides it
+    uitest::chooseInFileDialog(panel, QString::fromStdString((kData / "broken.net").string()));
   });
   documents().openDocument();
   ASSERT_TRUE(processEventsUntil([&] { return !alertText.isEmpty(); }));

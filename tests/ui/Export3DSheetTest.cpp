@@ -180,11 +180,11 @@ TEST_F(Export3DSheetTest, OKAsksForTheFolderAndWritesTheBundleAsTheTablesSay) {
       model->index(2, 0), QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
 
   const fs::path folder = kOutput / "bundle";
+  fs::remove_all(folder);  // left by an earlier run: the dialog would open it
   QString proposed;
   whenShown<QFileDialog>("webBundleSavePanel", [&](QFileDialog* panel) {
     proposed = panel->selectedFiles().value(0);
-    panel->selectFile(QString::fromStdString(folder.string()));
-    static_cast<QDialog*>(panel)->accept();  // as the Save button does
+    uitest::chooseInFileDialog(panel, QString::fromStdString(folder.string()));
   });
   sheet->okButton()->click();
   EXPECT_FALSE(sheet->isVisible());
@@ -206,9 +206,9 @@ TEST_F(Export3DSheetTest, WebBundleWritesTheDefaultsOrSaysWhyNot) {
   ASSERT_TRUE(action && action->isEnabled());
 
   const fs::path folder = kOutput / "defaults";
+  fs::remove_all(folder);  // left by an earlier run: the dialog would open it
   whenShown<QFileDialog>("webBundleSavePanel", [&](QFileDialog* panel) {
-    panel->selectFile(QString::fromStdString(folder.string()));
-    static_cast<QDialog*>(panel)->accept();  // as the Save button does
+    uitest::chooseInFileDialog(panel, QString::fromStdString(folder.string()));
   });
   action->trigger();
   ASSERT_TRUE(processEventsUntil([&] { return fs::exists(folder / "properties.json"); }));
@@ -222,8 +222,8 @@ TEST_F(Export3DSheetTest, WebBundleWritesTheDefaultsOrSaysWhyNot) {
   QString reason;
   bool alerted = false;
   whenShown<QFileDialog>("webBundleSavePanel", [&](QFileDialog* panel) {
-    panel->selectFile(QString::fromStdString((kOutput / "plain" / "bundle").string()));
-    static_cast<QDialog*>(panel)->accept();  // as the Save button does
+    uitest::chooseInFileDialog(panel,
+                               QString::fromStdString((kOutput / "plain" / "bundle").string()));
   });
   whenShown<QMessageBox>("webBundleFailedAlert", [&](QMessageBox* box) {
     alerted = true;

@@ -5,6 +5,8 @@
 #include <QApplication>
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTest>
@@ -49,6 +51,18 @@ bool processEventsUntil(Done done, std::chrono::milliseconds limit = std::chrono
   clock.start();
   while (!done() && clock.elapsed() < limit.count()) QTest::qWait(20);
   return done();
+}
+
+// Chooses `path` in a file dialog as a user does: types it into the name
+// field and presses the default button. (QFileDialog::selectFile leaves the
+// field alone while it has the keyboard focus, which depends on timing.)
+inline void chooseInFileDialog(QFileDialog* dialog, const QString& path) {
+  if (auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+    name->setText(path);
+  } else {
+    dialog->selectFile(path);
+  }
+  static_cast<QDialog*>(dialog)->accept();
 }
 
 }  // namespace uitest
