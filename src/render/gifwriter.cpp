@@ -5,12 +5,14 @@
 #include <QIODevice>
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace {
 
 constexpr int kPaletteSize = 256;
 constexpr GifByteType kTransparentIndex = kPaletteSize - 1;
+constexpr int kMaxSide = 65535;  // sizes are 16-bit fields
 
 int writeToDevice(GifFileType* gif, const GifByteType* data, int length) {
   auto* device = static_cast<QIODevice*>(gif->UserData);
@@ -35,6 +37,10 @@ bool encodeGif(const QImage& source, QIODevice& device, std::string& error) {
     return false;
   }
   const int width = image.width(), height = image.height();
+  if (width > kMaxSide || height > kMaxSide) {
+    error = "a GIF picture has at most " + std::to_string(kMaxSide) + " pixels a side";
+    return false;
+  }
   const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
   std::vector<GifByteType> red(count), green(count), blue(count), indices(count);
   std::vector<bool> clear(count);
