@@ -1,6 +1,5 @@
-// The GL-free parts of the image export: the format by extension, tiles and
-// their projection windows, the finished picture, GIF encoding and writing
-// that never damages an earlier file.
+// The GL-free parts of the image export: the format by extension, tiles,
+// the finished picture and GIF encoding.
 #include <gtest/gtest.h>
 
 #include <QBuffer>
@@ -8,7 +7,6 @@
 #include <QImage>
 #include <set>
 
-#include "../colour/scratch.h"
 #include "render/exportformat.h"
 #include "render/gifwriter.h"
 #include "render/imagetiles.h"
@@ -74,36 +72,6 @@ TEST(ImageTiles, CoverThePictureOnceInTilesNoLargerThanAllowed) {
   }
 }
 
-// Clip coordinates (x, y, z, w) through a column-major matrix.
-std::array<double, 4> apply(const Matrix4& m, const std::array<double, 4>& v) {
-  std::array<double, 4> r{};
-  for (std::size_t row = 0; row < 4; ++row) {
-    for (std::size_t col = 0; col < 4; ++col) r[row] += m[col * 4 + row] * v[col];
-  }
-  return r;
-}
-
-TEST(ImageTiles, TheWindowStretchesTheTilesPartOverTheClipVolume) {
-  const int W = 300, H = 200;
-  const ImageTile tile{128, 64, 64, 32};
-  const Matrix4 m = tileWindow(tile, W, H);
-  // The tile's corners, in normalised device coordinates of the whole
-  // picture, at a perspective w of 3.
-  const double w = 3.0;
-  const double left = 2.0 * 128 / W - 1, right = 2.0 * 192 / W - 1;
-  const double bottom = 2.0 * 64 / H - 1, top = 2.0 * 96 / H - 1;
-  for (const auto& [x, y, wantX, wantY] :
-       {std::array<double, 4>{left, bottom, -1, -1}, std::array<double, 4>{right, top, 1, 1},
-        std::array<double, 4>{(left + right) / 2, top, 0, 1}}) {
-    const auto r = apply(m, {x * w, y * w, 0.25 * w, w});
-    EXPECT_NEAR(r[0] / r[3], wantX, 1e-12);
-    EXPECT_NEAR(r[1] / r[3], wantY, 1e-12);
-    EXPECT_NEAR(r[2] / r[3], 0.25, 1e-12);  // depth is untouched
-  }
-  const Matrix4 whole = tileWindow({0, 0, W, H}, W, H);
-  for (std::size_t i = 0; i < 16; ++i) EXPECT_NEAR(whole[i], i % 5 == 0 ? 1 : 0, 1e-12) << i;
-}
-
 // A 2 x 2 picture as GL reads it: bottom row first, straight alpha.
 QImage glRows() {
   QImage rows(2, 2, QImage::Format_RGBA8888);
@@ -160,27 +128,6 @@ TEST(GifEncoding, ColoursAndTransparencySurviveADecoder) {
   opaque.open(QIODevice::WriteOnly);
   ASSERT_TRUE(encodeGif(picture, opaque, error)) << error;
   EXPECT_FALSE(QImage::fromData(opaque.data(), "GIF").hasAlphaChannel());
-}
-
-TEST(ImageWriting, AFailedWriteKeepsTheEarlierFile) {
-  ScratchFolder folder;
-  const std::filesystem::path path = folder.path() / "p.gif";
-  QImage small(8, 8, QImage::Format_RGB32);
-  small.fill(Qt::red);
-  std::string error;
-  ASSERT_TRUE(writeImageFile(small, ExportFormat::Gif, path, error)) << error;
-  const auto size = std::filesystem::file_size(path);
-  // Wider than a GIF can say: refused before anything is written.
-  const QImage wide(70000, 1, QImage::Format_RGB32);
-  EXPECT_FALSE(writeImageFile(wide, ExportFormat::Gif, path, error));
-  EXPECT_NE(error.find("p.gif"), std::string::npos) << error;
-  EXPECT_NE(error.find("65535"), std::string::npos) << error;
-  EXPECT_EQ(std::filesystem::file_size(path), size);
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()),
-                          std::filesystem::directory_iterator()),
-            1);
-  EXPECT_FALSE(writeImageFile(small, ExportFormat::Png, folder.path() / "no" / "p.png", error));
-  EXPECT_NE(error.find("no/p.png"), std::string::npos) << error;
 }
 
 }  // namespace
