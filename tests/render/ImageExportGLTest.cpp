@@ -141,6 +141,27 @@ TEST_F(ImageExport, TheViewsOwnSizeGivesTheFrameOnScreen) {
   EXPECT_TRUE(dominant(colourAt(load(drawn.path), kUpperLeft), 1));
 }
 
+TEST_F(ImageExport, OutsideAFrameTheHostLendsTheViewsContext) {
+  // As a window does: nothing is current until the host makes it so.
+  int lent = 0, returned = 0;
+  view.setContextHost({[&] {
+                         ++lent;
+                         return context_->makeCurrent(surface_.get()) && fbo_->bind();
+                       },
+                       [&] {
+                         ++returned;
+                         context_->doneCurrent();
+                       }});
+  context_->doneCurrent();
+  const ExportReport onScreen = save("host.png", 0, 0);
+  EXPECT_TRUE(onScreen.written) << onScreen.error;
+  EXPECT_EQ(onScreen.tiles, 0);  // the host's framebuffer holds the frame
+  EXPECT_EQ(std::make_pair(lent, returned), std::make_pair(1, 1));
+  EXPECT_EQ(QOpenGLContext::currentContext(), nullptr);
+  view.setContextHost({});
+  ASSERT_TRUE(context_->makeCurrent(surface_.get()));
+}
+
 TEST_F(ImageExport, EdgesTakeTheExportsLineWidth) {
   view.setShowNodes(false);
   const int thin = drawnPixels(load(save("thin.png", 200, 150, 1.0f).path), qRgb(255, 255, 255));
