@@ -417,6 +417,9 @@ class VXLNetworkView {
   // QGuiApplication.
   ExportReport exportImageToFile(const std::filesystem::path& path, int width, int height,
                                  float lineWidth);
+  // The picture a raster export writes (top row first), or a null image
+  // with the reason in `error`.
+  QImage renderImage(int width, int height, float lineWidth, std::string& error);
   // How an export started outside a frame (a script, a menu) makes the
   // view's own context current and lets it go; a window sets one and clears
   // it before it goes.
@@ -437,7 +440,11 @@ class VXLNetworkView {
   // camera, the legend's height and the projection back.
   ExportPass beginExportPass(int width, int height);
   void endExportPass(const ExportPass& pass);
-  void exportRaster(ExportReport& report, float lineWidth, export_gl::ViewContext& context);
+  // Runs `body` with the view's context current and report's size settled
+  // ((0, 0): the view's), or puts the reason it cannot into report.error.
+  void inExportContext(ExportReport& report,
+                       const std::function<void(export_gl::ViewContext&)>& body);
+  QImage exportPicture(ExportReport& report, float lineWidth, export_gl::ViewContext& context);
   QImage drawExportTiles(ExportReport& report, float lineWidth);
   void exportVector(ExportReport& report, float lineWidth);
 

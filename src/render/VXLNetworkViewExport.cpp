@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QSaveFile>
 #include <cstdio>
+#include <functional>
 #include <mutex>
 
 #include "quillo/log.h"
@@ -41,12 +42,8 @@ void VXLNetworkView::setContextHost(ContextHost host) {
   contextHost_ = std::move(host);
 }
 
-ExportReport VXLNetworkView::exportImageToFile(const std::filesystem::path& path, int width,
-                                               int height, float lineWidth) {
-  const ExportTarget target = chooseExportFormat(path);
-  ExportReport report;
-  report.format = target.format;
-  report.path = target.path;
+void VXLNetworkView::inExportContext(ExportReport& report,
+                                     const std::function<void(export_gl::ViewContext&)>& body) {
   ContextHost host;
   {
     std::lock_guard lock(lock_);
@@ -54,22 +51,38 @@ ExportReport VXLNetworkView::exportImageToFile(const std::filesystem::path& path
   }
   export_gl::ViewContext context({host.makeCurrent, host.doneCurrent});
   const VXLCamera own = camera();
-  if (width == 0 && height == 0) {
-    width = own.viewWidth;
-    height = own.viewHeight;
+  if (report.width == 0 && report.height == 0) {
+    report.width = own.viewWidth;
+    report.height = own.viewHeight;
   }
-  report.width = width;
-  report.height = height;
   if (!context.valid()) {
     report.error = context.error();
-  } else if (width <= 0 || height <= 0) {
-    report.error = "the picture's size must be positive, not " + sizeText(width, height) +
+  } else if (report.width <= 0 || report.height <= 0) {
+    report.error = "the picture's size must be positive, not " +
+                   sizeText(report.width, report.height) +
                    (own.viewWidth <= 0 ? " (the view has not been drawn yet)" : "");
-  } else if (isVectorFormat(target.format)) {
-    exportVector(report, lineWidth);
   } else {
-    exportRaster(report, lineWidth, context);
+    body(context);
   }
+}
+
+ExportReport VXLNetworkView::exportImageToFile(const std::filesystem::path& path, int width,
+                                               int height, float lineWidth) {
+  const ExportTarget target = chooseExportFormat(path);
+  ExportReport report;
+  report.format = target.format;
+  report.path = target.path;
+  report.width = width;
+  report.height = height;
+  inExportContext(report, [&](export_gl::ViewContext& context) {
+    if (isVectorFormat(target.format)) {
+      exportVector(report, lineWidth);
+      return;
+    }
+    const QImage picture = exportPicture(report, lineWidth, context);
+    if (picture.isNull()) return;
+    report.written = writeImageFile(picture, report.format, report.path, report.error);
+  });
   if (!report.written) {
     if (report.error.rfind(report.path.string(), 0) != 0) {
       report.error = report.path.string() + ": " + report.error;
@@ -77,6 +90,18 @@ ExportReport VXLNetworkView::exportImageToFile(const std::filesystem::path& path
     quillo::logLine(report.error);
   }
   return report;
+}
+
+QImage VXLNetworkView::renderImage(int width, int height, float lineWidth, std::string& error) {
+  ExportReport report;
+  report.width = width;
+  report.height = height;
+  QImage picture;
+  inExportContext(report, [&](export_gl::ViewContext& context) {
+    picture = exportPicture(report, lineWidth, context);
+  });
+  if (picture.isNull()) error = report.error;
+  return picture;
 }
 
 VXLNetworkView::ExportPass VXLNetworkView::beginExportPass(int width, int height) {
@@ -114,8 +139,8 @@ void VXLNetworkView::endExportPass(const ExportPass& pass) {
   projectionStale_.store(true);
 }
 
-void VXLNetworkView::exportRaster(ExportReport& report, float lineWidth,
-                                  export_gl::ViewContext& context) {
+QImage VXLNetworkView::exportPicture(ExportReport& report, float lineWidth,
+                                     export_gl::ViewContext& context) {
   const VXLCamera own = camera();
   const bool ownSize = report.width == own.viewWidth && report.height == own.viewHeight;
   QImage rows;
@@ -135,10 +160,9 @@ void VXLNetworkView::exportRaster(ExportReport& report, float lineWidth,
     }
     context.makeCurrent();
   }
-  if (rows.isNull()) return;
+  if (rows.isNull()) return rows;
   const Backdrop backdrop = transparentBackground() ? Backdrop::Transparent : Backdrop::OverBlack;
-  report.written =
-      writeImageFile(finishedImage(rows, backdrop), report.format, report.path, report.error);
+  return finishedImage(rows, backdrop);
 }
 
 QImage VXLNetworkView::drawExportTiles(ExportReport& report, float lineWidth) {
