@@ -10,6 +10,8 @@ PLEXVIEW_PACKAGES=(
   python3-igraph python3-networkx
   qt6-base-dev libqt6opengl6-dev libgl-dev libglu1-mesa-dev freeglut3-dev
   xvfb xauth libgl1-mesa-dri fonts-liberation2 fonts-dejavu-core
+  libgl2ps-dev libgif-dev qt6-image-formats-plugins
+  poppler-utils librsvg2-bin ghostscript
 )
 
 plexview_root() { cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd; }

@@ -28,9 +28,14 @@
 #include "quillo/QLONumberArray.h"
 #include "quillo/QLOVector3dArray.h"
 #include "render/VXLCamera.h"
+#include "render/exportreport.h"
 
 class GLString;
 class VXLLegends;
+class QImage;
+namespace export_gl {
+class ViewContext;
+}
 
 // Interaction types: the keyboard modifiers held at a mouse event, and the
 // handler told when a vertex's details are shown.
@@ -397,6 +402,51 @@ class VXLNetworkView {
   void setLegendsHeight(float value);
   // GL: draws the enabled texts in pixel coordinates over the viewport.
   void drawInfo();
+
+  // --- Image and vector export (VXLNetworkViewExport.cpp) ---
+  // Writes the view to `path` as a picture of width x height pixels ((0, 0):
+  // the view's size in backing pixels) with edges lineWidth pixels wide, in
+  // the format the extension names (chooseExportFormat). A raster picture is
+  // drawn again off screen (in tiles when larger than GL allows), with the
+  // overlays when fInfo is on and a transparent background when
+  // transparentBackground is; at the view's own size the frame on screen is
+  // read instead. A vector document records the scene alone through gl2ps,
+  // on an opaque background. The file is replaced only once it is complete.
+  // The view's context is the one current on entry, else the context
+  // host's, else a process-wide off-screen one. Main thread; needs a
+  // QGuiApplication.
+  ExportReport exportImageToFile(const std::filesystem::path& path, int width, int height,
+                                 float lineWidth);
+  // The picture a raster export writes (top row first), or a null image
+  // with the reason in `error`.
+  QImage renderImage(int width, int height, float lineWidth, std::string& error);
+  // How an export started outside a frame (a script, a menu) makes the
+  // view's own context current and lets it go; a window sets one and clears
+  // it before it goes.
+  struct ContextHost {
+    std::function<bool()> makeCurrent;
+    std::function<void()> doneCurrent;
+  };
+  void setContextHost(ContextHost host);
+
+ private:
+  struct ExportPass {
+    VXLCamera camera;
+    Rotation worldRotation;
+  };
+  ContextHost contextHost_;  // under lock_
+  // Sets up a pass drawing the scene as it is now into a width x height
+  // picture (initCommands alone would reset the camera); the end puts the
+  // camera, the legend's height and the projection back.
+  ExportPass beginExportPass(int width, int height);
+  void endExportPass(const ExportPass& pass);
+  // Runs `body` with the view's context current and report's size settled
+  // ((0, 0): the view's), or puts the reason it cannot into report.error.
+  void inExportContext(ExportReport& report,
+                       const std::function<void(export_gl::ViewContext&)>& body);
+  QImage exportPicture(ExportReport& report, float lineWidth, export_gl::ViewContext& context);
+  QImage drawExportTiles(ExportReport& report, float lineWidth);
+  void exportVector(ExportReport& report, float lineWidth);
 
  private:
   struct Overlays {

@@ -11,6 +11,7 @@
 #include "quillo/log.h"
 #include "render/VXLNetworkView.h"
 #include "render/scenecolours.h"
+#include "render/vectorexport.h"
 
 using scene::Background;
 
@@ -354,9 +355,12 @@ void VXLNetworkView::drawEdgePass(const Frame& frame) {
   glDepthMask(edgesDepthTest() ? GL_TRUE : GL_FALSE);
   glEnable(GL_BLEND);
   const auto blending = blendLines() ? scene::LineBlending::On : scene::LineBlending::Off;
-  // A vector export records a begin-blend marker here once it exists.
+  // GL's feedback carries neither blending nor line widths: a vector export
+  // being recorded gets them as markers.
+  if (blending == scene::LineBlending::On) vector_export::beginBlendMarker();
   setEdgeBlend(scene::edgeBlend(blending, frame.background));
-  glLineWidth(lineWidth());  // a vector export also records the width here
+  glLineWidth(lineWidth());
+  vector_export::lineWidthMarker(lineWidth());
 
   const float intensity = edgesIntensity();
   const bool limit = limitEdges() && frame.filter;

@@ -1,7 +1,6 @@
 #pragma once
-// One frame of the network view without a window: an off-screen surface, a
-// context of the view's format and a multisampled framebuffer object. Needs
-// a QGuiApplication.
+// One picture of the network view without a window, drawn off screen as a
+// raster export draws it. Needs a QGuiApplication.
 #include <QImage>
 #include <QSize>
 #include <string>

@@ -19,6 +19,7 @@ void bindModel(pybind11::module_& m) {
   bindLegends(m);
   bindController(m);
   bindDocuments(m);
+  bindExport(m);
   bindColour(m);
 }
 

@@ -17,6 +17,8 @@ void bindView(pybind11::module_& m);
 void bindLegends(pybind11::module_& m);  // also gives the view its legend
 void bindController(pybind11::module_& m);
 void bindDocuments(pybind11::module_& m);  // documents hand out controllers
+// The view's image and vector export.
+void bindExport(pybind11::module_& m);
 // The plexview.colour submodule (plain functions; no class depends on it).
 void bindColour(pybind11::module_& m);
 // Its categorical part, added to the submodule by bindColour().

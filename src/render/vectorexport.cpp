@@ -1,0 +1,65 @@
+#include "render/vectorexport.h"
+
+#include <GL/gl.h>
+#include <gl2ps.h>
+
+namespace vector_export {
+namespace {
+
+// gl2ps keeps one recording context per process; the exports run on the
+// main thread.
+bool gRecording = false;
+
+constexpr const char* kProducer = "Plexview";
+
+}  // namespace
+
+int gl2psFormat(ExportFormat format) {
+  switch (format) {
+    case ExportFormat::Svg:
+      return GL2PS_SVG;
+    case ExportFormat::Eps:
+      return GL2PS_EPS;
+    case ExportFormat::Ps:
+      return GL2PS_PS;
+    default:
+      return GL2PS_PDF;
+  }
+}
+
+bool beginPage(const std::string& title, ExportFormat format, std::int64_t bufferSize,
+               std::FILE* stream) {
+  const GLint options = GL2PS_DRAW_BACKGROUND | GL2PS_OCCLUSION_CULL | GL2PS_USE_CURRENT_VIEWPORT;
+  const GLint state = gl2psBeginPage(title.c_str(), kProducer, nullptr, gl2psFormat(format),
+                                     GL2PS_SIMPLE_SORT, options, GL_RGBA, 0, nullptr, 0, 0, 0,
+                                     static_cast<GLint>(bufferSize), stream, title.c_str());
+  gRecording = state == GL2PS_SUCCESS;
+  return gRecording;
+}
+
+PageEnd endPage() {
+  gRecording = false;
+  switch (gl2psEndPage()) {
+    case GL2PS_SUCCESS:
+    case GL2PS_NO_FEEDBACK:  // an empty scene: the page has its background alone
+      return PageEnd::Written;
+    case GL2PS_OVERFLOW:
+      return PageEnd::Overflow;
+    default:
+      return PageEnd::Failed;
+  }
+}
+
+bool recording() {
+  return gRecording;
+}
+
+void beginBlendMarker() {
+  if (gRecording) gl2psEnable(GL2PS_BLEND);
+}
+
+void lineWidthMarker(float width) {
+  if (gRecording) gl2psLineWidth(width);
+}
+
+}  // namespace vector_export

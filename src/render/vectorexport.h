@@ -1,0 +1,41 @@
+#pragma once
+// Recording the GL scene as a vector document through gl2ps: one page per
+// call pair, and the pass-through markers the drawing code emits while a
+// page is being recorded (gl2ps cannot see blending or line widths in GL's
+// feedback).
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+#include "render/exportformat.h"
+
+namespace vector_export {
+
+// gl2ps's feedback buffer starts at this many values and grows by as many
+// each time a page does not fit.
+inline constexpr std::int64_t kBufferStep = 1048576;
+
+// gl2ps's format for PDF, SVG, EPS or PostScript.
+int gl2psFormat(ExportFormat format);
+
+// Begins a page titled `title` (also its file name) into `stream`: simple
+// depth sorting, the background drawn, occluded primitives culled, the
+// current viewport. GL's render mode becomes feedback until endPage.
+// False when gl2ps refused (the page is then not recording).
+bool beginPage(const std::string& title, ExportFormat format, std::int64_t bufferSize,
+               std::FILE* stream);
+
+enum class PageEnd { Written, Overflow, Failed };
+// Ends the page: written, or the feedback buffer overflowed (nothing was
+// written and the page must be recorded again with a larger buffer).
+PageEnd endPage();
+
+// Whether a page is being recorded.
+bool recording();
+
+// While recording: blending starts here (what follows keeps its alpha).
+void beginBlendMarker();
+// While recording: lines from here on are `width` pixels wide.
+void lineWidthMarker(float width);
+
+}  // namespace vector_export

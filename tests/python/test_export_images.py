@@ -1,0 +1,95 @@
+"""The view's image and vector export from Python: the format each
+extension gives, the picture's size as the file records it, the line width,
+and the errors a script sees."""
+import os
+import re
+import shutil
+import struct
+import subprocess
+import unittest
+
+import plexview
+from plexview import QLONetwork, QLORandomGenerator, VXLNetworkView
+
+from support import ScratchFolderTestCase
+
+def setUpModule():
+    """Drawing needs an X display: without one, start a private Xvfb. The
+    drawing connection stays open until the process ends (the application
+    object is never destroyed), so the server is stopped only after that."""
+    if os.environ.get("DISPLAY") or os.environ.get("QT_QPA_PLATFORM"):
+        return
+    if not shutil.which("Xvfb"):
+        raise unittest.SkipTest("no X display and no Xvfb to draw with")
+    read, write = os.pipe()
+    xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "640x480x24",
+                             "-nolisten", "tcp"], pass_fds=(write,), stderr=subprocess.DEVNULL)
+    os.close(write)
+    with os.fdopen(read) as answer:
+        os.environ["DISPLAY"] = ":" + answer.readline().strip()
+    subprocess.Popen(["sh", "-c", f"while kill -0 {os.getpid()} 2>/dev/null; do sleep 0.2; done;"
+                      f" kill {xvfb.pid}"], start_new_session=True)
+
+
+MAGIC = {"PNG": b"\x89PNG\r\n\x1a\n", "JPEG": b"\xff\xd8\xff", "GIF": b"GIF89a", "BMP": b"BM",
+         "PDF": b"%PDF-", "EPS": b"%!PS-Adobe-3.0 EPSF", "PostScript": b"%!PS-Adobe-3.0"}
+
+
+def png_size(path):
+    """(width, height) from a PNG's IHDR chunk."""
+    with open(path, "rb") as png:
+        return struct.unpack(">II", png.read(24)[16:24])
+
+
+class ExportImagesTest(ScratchFolderTestCase):
+    def setUp(self):
+        super().setUp()
+        QLORandomGenerator.sharedRandomGenerator().setSeed(7)
+        self.view = VXLNetworkView()
+        self.view.setNetwork(QLONetwork.initRandomNetworkWithNumberOfVertices(30, 4.0))
+
+    def test_each_extension_gives_its_format(self):
+        for name, written, kind in [("a.png", "a.png", "PNG"), ("b.JPG", "b.JPG", "JPEG"),
+                                    ("c.tiff", "c.tiff", "TIFF"), ("d.gif", "d.gif", "GIF"),
+                                    ("e.bmp", "e.bmp", "BMP"), ("f.pdf", "f.pdf", "PDF"),
+                                    ("g.svg", "g.svg", "SVG"), ("h.eps", "h.eps", "EPS"),
+                                    ("i.ps", "i.ps", "PostScript"), ("j.dat", "j.dat.png", "PNG")]:
+            with self.subTest(name):
+                report = self.view.exportImageToFile(self.path(name), 160, 120)
+                self.assertEqual(str(report["path"]), self.path(written))
+                self.assertEqual(report["format"], kind)
+                self.assertEqual((report["width"], report["height"]), (160, 120))
+                with open(report["path"], "rb") as out:
+                    head = out.read(400)
+                if kind == "TIFF":
+                    self.assertIn(head[:4], (b"II*\x00", b"MM\x00*"))
+                elif kind == "SVG":
+                    self.assertIn(b"<svg", head)
+                else:
+                    self.assertTrue(head.startswith(MAGIC[kind]), head[:20])
+                vector = kind in ("PDF", "SVG", "EPS", "PostScript")
+                self.assertEqual(report["rounds"], 1 if vector else 0)
+                self.assertEqual(report["tiles"], 0 if vector else 1)
+        self.assertEqual(png_size(self.path("a.png")), (160, 120))
+
+    def test_line_width_defaults_to_the_views(self):
+        self.view.setShowNodes(False)
+        self.view.setLineWidth(2.5)
+        self.view.exportImageToFile(self.path("own.svg"), 100, 100)
+        self.view.exportImageToFile(self.path("given.svg"), 100, 100, lineWidth=4)
+        widths = lambda name: set(re.findall(r'stroke-width="([0-9.]+)"', self.read_text(name)))
+        self.assertEqual(widths("own.svg"), {"2.5"})
+        self.assertEqual(widths("given.svg"), {"4"})
+        self.assertEqual(self.view.lineWidth(), 2.5)
+
+    def test_errors(self):
+        with self.assertRaisesRegex(OSError, "not been drawn"):
+            self.view.exportImageToFile(self.path("x.png"))
+        for name in ("x.png", "x.pdf"):
+            with self.assertRaisesRegex(OSError, re.escape(self.missing_folder_path(name))):
+                self.view.exportImageToFile(self.missing_folder_path(name), 10, 10)
+        self.assertEqual(os.listdir(self.folder), [])
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,73 @@
+#pragma once
+// What the export tests share: a view with two coloured vertices joined by
+// an edge, drawn once at the fixture's size, a scratch folder for the files,
+// and where a world point lands in a picture of another size.
+#include <QColor>
+#include <QImage>
+#include <filesystem>
+#include <string>
+
+#include "../colour/scratch.h"
+#include "offscreen_gl.h"
+#include "render/exportcontext.h"
+
+namespace gltest {
+
+inline constexpr Vec3d kUpperLeft{-12, 8, 0};
+inline constexpr Vec3d kLowerRight{12, -8, 0};
+
+// The column and row (top row 0) of a W x H picture a world point lands on.
+inline std::array<int, 2> pictureCell(const VXLNetworkView& view, const Vec3d& p, int width,
+                                      int height) {
+  VXLCamera camera = view.camera();
+  camera.viewWidth = width;
+  camera.viewHeight = height;
+  const Matrix4 m = camera::multiply(
+      camera::frustumMatrix(
+          camera::frustum(camera, view.nearClipDistance(), view.farClipDistance())),
+      camera::modelView(camera, std::nullopt, view.worldRotation(), view.objectRotation()));
+  std::array<double, 4> clip{};
+  for (std::size_t row = 0; row < 4; ++row) {
+    clip[row] = m[row] * p[0] + m[4 + row] * p[1] + m[8 + row] * p[2] + m[12 + row];
+  }
+  const double x = (clip[0] / clip[3] + 1) * 0.5 * width;
+  const double y = (clip[1] / clip[3] + 1) * 0.5 * height;
+  return {static_cast<int>(std::floor(x)), height - 1 - static_cast<int>(std::floor(y))};
+}
+
+// Whether one channel clearly dominates: 0 red, 1 green, 2 blue.
+inline bool dominant(const QColor& c, int channel, int margin = 60) {
+  const int v[3] = {c.red(), c.green(), c.blue()};
+  for (int i = 0; i < 3; ++i) {
+    if (i != channel && v[channel] < v[i] + margin) return false;
+  }
+  return true;
+}
+
+class ExportFixture : public OffscreenGL {
+ protected:
+  void SetUp() override {
+    OffscreenGL::SetUp();
+    install(view, network(2, {{0, 1}}), {kUpperLeft, kLowerRight});
+    view.setColors(vectors({{1, 0, 0}, {0, 0, 1}}));
+    prepare(view);
+    lookFrom(view, 40);
+    frame(view);
+  }
+  void TearDown() override {
+    export_gl::setMaxTileSide(0);
+    OffscreenGL::TearDown();
+  }
+  ExportReport save(const std::string& name, int width, int height, float lineWidth = 1.5f) {
+    return view.exportImageToFile(folder.path() / name, width, height, lineWidth);
+  }
+  QColor colourAt(const QImage& picture, const Vec3d& p) const {
+    const auto cell = pictureCell(view, p, picture.width(), picture.height());
+    return picture.pixelColor(cell[0], cell[1]);
+  }
+
+  VXLNetworkView view;
+  ScratchFolder folder;
+};
+
+}  // namespace gltest
