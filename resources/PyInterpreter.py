@@ -210,18 +210,9 @@ def colourBy(controller, name):
 
 
 def pictureWriter(view, output):
-    """A function (width, height, lineWidth) that writes the view as PNG,
-    PDF or SVG by the name's extension, through the view's image export;
-    while the program lacks it, PNG goes through the snapshot renderer and
-    the other formats are refused here, before any work is done."""
-    export = getattr(view, "exportImageToFile", None)
-    if export is not None:
-        return lambda width, height, lineWidth: export(output, width, height, lineWidth)
-    if os.path.splitext(output)[1].lower() != ".png":
-        raise BatchError(
-            "cannot write %s: this build of plexview writes PNG pictures only" % output
-        )
-    return lambda width, height, lineWidth: plexview.writeSnapshot(view, output, width, height)
+    """A function (width, height, lineWidth) that writes the view as a
+    picture or a vector document, chosen by the name's extension."""
+    return lambda width, height, lineWidth: view.exportImageToFile(output, width, height, lineWidth)
 
 
 def renderFile(file, output, iterations=200, width=800, height=600, colorBy=""):

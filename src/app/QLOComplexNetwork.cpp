@@ -100,11 +100,14 @@ ExportResult QLOComplexNetwork::exportTo3D() {
   return {false, "3D export needs the document's window."};
 }
 
-// The other exports land later; until then each action answers why nothing was
-// written instead of forwarding to the controller.
+// The controller has its window show the image export sheet.
 ExportResult QLOComplexNetwork::exportToPDF() {
-  return {false, "PDF export is not available yet."};
+  if (networkController_ && networkController_->exportToPDF()) return {true, {}};
+  return {false, "Image export needs the document's window."};
 }
+
+// The network exports land later; until then each action answers why nothing
+// was written instead of forwarding to the controller.
 
 ExportResult QLOComplexNetwork::exportNetworkToPajekFormat() {
   return {false, "Pajek export is not available yet."};

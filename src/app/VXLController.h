@@ -348,6 +348,16 @@ class VXLController {
   // Reloads the export table (every offered property picked, all with code
   // 1) and has the sheet shown. False when no window shows it.
   bool exportTo3D();
+  // Shows the image export sheet (pictures and vector documents); the
+  // window sets it. exportToPDF has it shown; false when no window shows it.
+  void setExportImageSheetHandler(std::function<void()> handler) {
+    exportImageSheet_ = std::move(handler);
+  }
+  bool exportToPDF() {
+    if (!exportImageSheet_) return false;
+    exportImageSheet_();
+    return true;
+  }
   // ================= end of web bundle and 3D export =================
 
  private:
@@ -408,4 +418,5 @@ class VXLController {
   // Web bundle and 3D export.
   VXLExport3DTableController export3D_{this};
   Export3DSheetHandler export3DSheet_;
+  std::function<void()> exportImageSheet_;
 };

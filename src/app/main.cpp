@@ -23,7 +23,6 @@
 #include "ui/snapshot.h"
 
 #include "scripting/embedconsole.h"
-#include "scripting/embedmodule.h"
 #include "scripting/embedstartup.h"
 #include "ui/ScriptConsoleWindow.h"
 
@@ -120,7 +119,6 @@ int runRender(const std::vector<std::string>& processArguments, int argc, char**
   }
   const std::filesystem::path startupScript = scripting::prepareInterpreter();
   QGuiApplication application(argc, argv);
-  scripting::setProgramServices({&writeSnapshot});
   const scripting::EmbeddedInterpreter interpreter(processArguments, startupScript);
   return scripting::renderPicture(options);
 }
@@ -136,7 +134,6 @@ int runWindow(const std::vector<std::string>& processArguments, int argc, char**
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("plexview"));
   QApplication::setOrganizationName(QStringLiteral("plexview"));
-  scripting::setProgramServices({&writeSnapshot});
   const scripting::EmbeddedInterpreter interpreter(processArguments, startupScript);
   ui::ScriptConsoleWindow console(
       consoleInterpreter(std::make_shared<scripting::ConsoleSession>()));

@@ -2,9 +2,13 @@
 
 #include <pybind11/embed.h>
 
+#include <QCoreApplication>
+#include <stdexcept>
+
 #include <cstdio>
 #include <cstdlib>
 
+#include "bindings/bindings.h"
 #include "quillo/log.h"
 #include "quillo/resources.h"
 
@@ -95,3 +99,22 @@ EmbeddedInterpreter::~EmbeddedInterpreter() {
 }
 
 }  // namespace scripting
+
+// The plexview module compiled into the program: everything the extension
+// module offers, plus what only the running program can do (end its event
+// loop). It lives beside the start-up so that linking the start-up always
+// registers it.
+PYBIND11_EMBEDDED_MODULE(plexview, m) {
+  plexview::bindModel(m);
+  m.attr("isEmbedded") = true;
+  m.def(
+      "quitApplication",
+      [](int status) {
+        if (!QCoreApplication::instance())
+          throw std::runtime_error("the program has no event loop");
+        QCoreApplication::exit(status);
+      },
+      py::arg("status") = 0,
+      "Ends the program's event loop once the running script returns; `status` is the "
+      "program's exit status.");
+}

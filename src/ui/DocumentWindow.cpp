@@ -24,6 +24,7 @@
 #include "ui/ScriptConsoleWindow.h"
 #include "ui/SidePanel.h"
 #include "ui/export3dsheet.h"
+#include "ui/exportimagedialog.h"
 
 namespace ui {
 
@@ -48,7 +49,7 @@ struct ExportItem {
   ExportResult (QLOComplexNetwork::*run)();
 };
 constexpr ExportItem kExportItems[] = {
-    {"Image\u2026", "exportToImage", nullptr},
+    {"Image\u2026", "exportToImage", &QLOComplexNetwork::exportToPDF},
     {"PDF/SVG/EPS/PS\u2026", "exportToPDF", &QLOComplexNetwork::exportToPDF},
     {"Web Bundle\u2026", "exportToWebBundle", nullptr},
     {"3D Export\u2026", "exportTo3D", &QLOComplexNetwork::exportTo3D},
@@ -102,6 +103,7 @@ DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentContr
 
   buildMenus();
   controller_->setExport3DSheetHandler([this] { showExport3DSheet(); });
+  controller_->setExportImageSheetHandler([this] { showExportImageSheet(); });
   controller_->awakeFromNib();
   document_->windowControllerDidLoadNib();
   document_->setStateListener([this] { updateTitle(); });
@@ -199,7 +201,8 @@ void DocumentWindow::validateExportItems() {
   // still turn any item on.
   for (QAction* action : exportMenu_->actions()) {
     const std::string name = action->data().toString().toStdString();
-    const bool built = name == "exportToWebBundle" || name == "exportTo3D";
+    const bool built =
+        name == "exportToWebBundle" || name == "exportTo3D" || name == "exportToImage";
     action->setEnabled(document_->validateUserInterfaceItem(name, built));
   }
 }
@@ -207,6 +210,17 @@ void DocumentWindow::validateExportItems() {
 void DocumentWindow::showExport3DSheet() {
   if (!export3DSheet_) export3DSheet_ = new Export3DSheet(controller_, this);
   export3DSheet_->present();
+}
+
+void DocumentWindow::showExportImageSheet() {
+  const QString folder = toQString(controller_->currentFolder().string());
+  openExportImageSheet(this, *view_, {toQString(document_->displayName()), folder, folder},
+                       [this](const ExportReport& report) {
+                         if (report.written) {
+                           statusBar()->showMessage(
+                               tr("Exported %1").arg(toQString(report.path.string())), 5000);
+                         }
+                       });
 }
 
 void DocumentWindow::exportWebBundle() {
@@ -377,6 +391,7 @@ void DocumentWindow::shutDown() {
   document_->close();
   controller_->setRefreshListener(nullptr);
   controller_->setExport3DSheetHandler(nullptr);
+  controller_->setExportImageSheetHandler(nullptr);
   controller_->setDocument(nullptr);
   document_->setNetworkController(nullptr);
 }

@@ -66,6 +66,7 @@ class DocumentWindow : public QMainWindow {
   // File > Export > 3D Export... (through the document and the controller)
   // and Web Bundle... (straight to the folder, with the sheet's defaults).
   void showExport3DSheet();
+  void showExportImageSheet();
   void exportWebBundle();
   void updateTitle();
   void updateCounts();

@@ -27,6 +27,13 @@ NetworkViewWidget::NetworkViewWidget(std::shared_ptr<VXLNetworkView> view, QWidg
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);  // the view hears moves without a button held
   view_->setPicker([this](double x, double y) { return pick(x, y); });
+  // An export started outside a frame (a menu, a script) draws with this
+  // widget's context, where the view's display lists live.
+  view_->setContextHost({[this] {
+                           makeCurrent();
+                           return context() != nullptr;
+                         },
+                         [this] { doneCurrent(); }});
 
   startPause_ = new QAction(tr("Start/Pause"), this);
   startPause_->setCheckable(true);
@@ -47,6 +54,7 @@ NetworkViewWidget::~NetworkViewWidget() {
   // The view may outlive the widget; its picks must not reach this context.
   // (Its GL objects die with the context; its last owner stops the layout.)
   view_->setPicker(nullptr);
+  view_->setContextHost({});
 }
 
 QSize NetworkViewWidget::pixelSize() const {

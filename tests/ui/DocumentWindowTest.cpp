@@ -326,12 +326,13 @@ TEST_F(DocumentWindows, MenusHaveTheirShortcutsAndLaterItemsAreOff) {
   ASSERT_TRUE(findAction(file, QStringLiteral("Open Recent")));
   EXPECT_TRUE(findAction(file, QStringLiteral("Open Recent"))->menu());
 
-  // Exports: all present; PDF is always enabled and says it cannot yet; the
-  // web bundle and 3D export are built.
+  // Exports: all present; the pictures, the web bundle and 3D export are
+  // built; the image sheet opens over the window.
   QAction* exportItem = findAction(file, QStringLiteral("Export"));
   ASSERT_TRUE(exportItem && exportItem->menu());
   QStringList texts;
-  const QStringList enabled{"PDF/SVG/EPS/PS\u2026", "Web Bundle\u2026", "3D Export\u2026"};
+  const QStringList enabled{"Image\u2026", "PDF/SVG/EPS/PS\u2026", "Web Bundle\u2026",
+                            "3D Export\u2026"};
   for (QAction* action : exportItem->menu()->actions()) {
     texts << action->text();
     EXPECT_EQ(action->isEnabled(), enabled.contains(action->text()))
@@ -340,7 +341,11 @@ TEST_F(DocumentWindows, MenusHaveTheirShortcutsAndLaterItemsAreOff) {
   EXPECT_EQ(texts, (QStringList{"Image\u2026", "PDF/SVG/EPS/PS\u2026", "Web Bundle\u2026",
                                 "3D Export\u2026", "Pajek\u2026", "Edge List\u2026"}));
   findAction(exportItem->menu(), QStringLiteral("PDF/SVG/EPS/PS\u2026"))->trigger();
-  EXPECT_TRUE(window->statusBar()->currentMessage().contains(QStringLiteral("not available")));
+  const auto sheets = window->findChildren<QFileDialog*>();
+  ASSERT_EQ(sheets.size(), 1);
+  EXPECT_TRUE(sheets[0]->isVisible());
+  EXPECT_EQ(sheets[0]->windowModality(), Qt::WindowModal);
+  sheets[0]->reject();
 
   // The side panel slides out and back to the width it had.
   QAction* side = findAction(view, QStringLiteral("Show Side Panel"));
