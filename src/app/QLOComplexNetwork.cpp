@@ -94,7 +94,7 @@ bool QLOComplexNetwork::validateUserInterfaceItem(std::string_view action, bool 
   return usual;
 }
 
-// The exports land later; until then each action answers why nothing was
+// PDF and 3D export land later; until then each answers why nothing was
 // written instead of forwarding to the controller.
 ExportResult QLOComplexNetwork::exportToPDF() {
   return {false, "PDF export is not available yet."};
@@ -104,12 +104,19 @@ ExportResult QLOComplexNetwork::exportTo3D() {
   return {false, "3D export is not available yet."};
 }
 
+// The controller runs the save panel; what happens next (the write, or an
+// alert when it fails) is up to the panel's answer.
 ExportResult QLOComplexNetwork::exportNetworkToPajekFormat() {
-  return {false, "Pajek export is not available yet."};
+  if (!networkController_) return {false, "There is no window to export from."};
+  networkController_->exportNetworkToPajekFormat();
+  return {true, {}};
 }
 
+// The menu command's name and the controller's differ on purpose.
 ExportResult QLOComplexNetwork::exportNetworkToEdgesFormat() {
-  return {false, "Edge list export is not available yet."};
+  if (!networkController_) return {false, "There is no window to export from."};
+  networkController_->exportNetworkToEdges();
+  return {true, {}};
 }
 
 void QLOComplexNetwork::setFileURL(const fs::path& url) {
