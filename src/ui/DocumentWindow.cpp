@@ -18,9 +18,11 @@
 #include <QStatusBar>
 #include <QVariantAnimation>
 #include <algorithm>
+#include <string_view>
 
 #include "ui/NetworkViewWidget.h"
 #include "ui/SidePanel.h"
+#include "ui/filepanels.h"
 
 namespace ui {
 
@@ -53,6 +55,10 @@ constexpr ExportItem kExportItems[] = {
     {"Edge List\u2026", "exportNetworkToEdgesFormat",
      &QLOComplexNetwork::exportNetworkToEdgesFormat},
 };
+// The exports that work; the others stay off unless the document says
+// otherwise.
+constexpr std::string_view kReadyExports[] = {"exportNetworkToPajekFormat",
+                                              "exportNetworkToEdgesFormat"};
 
 }  // namespace
 
@@ -66,6 +72,8 @@ DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentContr
   controller_ = VXLController::init(view_->sharedView());
   controller_->setDocument(document_.get());
   document_->setNetworkController(controller_.get());
+  controller_->setFilePanel(filePanelRunner(this));
+  controller_->setFileAlert(fileAlertRunner(this));
   panel_ = new SidePanel(controller_);
   controller_->setRefreshListener([this](VXLController::Panel which) {
     panel_->refresh(which);
@@ -158,11 +166,12 @@ void DocumentWindow::buildFileMenu() {
       ->setShortcuts(QKeySequence::SaveAs);
   file->addSeparator();
   buildExportMenu(file);
-  // Positions and colour files arrive with their readers and writers.
-  for (const char* text :
-       {"Import Positions\u2026", "Export Positions\u2026", "Open Colour File\u2026"}) {
-    file->addAction(tr(text))->setEnabled(false);
-  }
+  file->addAction(tr("Import Positions\u2026"), this,
+                  [this] { controller_->openPositionsFromPanel(); });
+  file->addAction(tr("Export Positions\u2026"), this,
+                  [this] { controller_->exportNodesPositions(); });
+  // Colour files arrive with their reader.
+  file->addAction(tr("Open Colour File\u2026"))->setEnabled(false);
   file->addSeparator();
   // Each window asks about its unsaved changes; one Cancel stops the quit.
   QAction* quit = file->addAction(tr("&Quit"), qApp, &QApplication::closeAllWindows);
@@ -185,11 +194,10 @@ void DocumentWindow::buildExportMenu(QMenu* file) {
 }
 
 void DocumentWindow::validateExportItems() {
-  // No exporter is built yet, so each item is off unless the document says
-  // otherwise.
   for (QAction* action : exportMenu_->actions()) {
     const std::string name = action->data().toString().toStdString();
-    action->setEnabled(document_->validateUserInterfaceItem(name, false));
+    const bool ready = std::ranges::find(kReadyExports, name) != std::end(kReadyExports);
+    action->setEnabled(document_->validateUserInterfaceItem(name, ready));
   }
 }
 
@@ -353,6 +361,8 @@ void DocumentWindow::shutDown() {
   document_->setStateListener(nullptr);
   document_->close();
   controller_->setRefreshListener(nullptr);
+  controller_->setFilePanel(nullptr);
+  controller_->setFileAlert(nullptr);
   controller_->setDocument(nullptr);
   document_->setNetworkController(nullptr);
 }

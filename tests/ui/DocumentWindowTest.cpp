@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -310,8 +311,8 @@ TEST_F(DocumentWindows, MenusHaveTheirShortcutsAndLaterItemsAreOff) {
       {file, "Save", K::keyBindings(K::Save), true},
       {file, "Save As\u2026", K::keyBindings(K::SaveAs), true},
       {file, "Quit", K::keyBindings(K::Quit), true},
-      {file, "Import Positions\u2026", none, false},
-      {file, "Export Positions\u2026", none, false},
+      {file, "Import Positions\u2026", none, true},
+      {file, "Export Positions\u2026", none, true},
       {file, "Open Colour File\u2026", none, false},
       {view, "Start/Pause", {K(Qt::Key_Space)}, true},
       {view, "Show Side Panel", {K(Qt::CTRL | Qt::ALT | Qt::Key_S)}, true},
@@ -327,13 +328,15 @@ TEST_F(DocumentWindows, MenusHaveTheirShortcutsAndLaterItemsAreOff) {
   ASSERT_TRUE(findAction(file, QStringLiteral("Open Recent")));
   EXPECT_TRUE(findAction(file, QStringLiteral("Open Recent"))->menu());
 
-  // Exports: all present; PDF is always enabled and says it cannot yet.
+  // Exports: all present; PDF is always enabled and says it cannot yet,
+  // Pajek and edge lists work.
   QAction* exportItem = findAction(file, QStringLiteral("Export"));
   ASSERT_TRUE(exportItem && exportItem->menu());
   QStringList texts;
+  const QStringList enabled = {"PDF/SVG/EPS/PS\u2026", "Pajek\u2026", "Edge List\u2026"};
   for (QAction* action : exportItem->menu()->actions()) {
     texts << action->text();
-    EXPECT_EQ(action->isEnabled(), action->text().startsWith(QStringLiteral("PDF")))
+    EXPECT_EQ(action->isEnabled(), enabled.contains(action->text()))
         << action->text().toStdString();
   }
   EXPECT_EQ(texts, (QStringList{"Image\u2026", "PDF/SVG/EPS/PS\u2026", "Web Bundle\u2026",
@@ -353,6 +356,53 @@ TEST_F(DocumentWindows, MenusHaveTheirShortcutsAndLaterItemsAreOff) {
   side->trigger();
   EXPECT_TRUE(side->isChecked());
   EXPECT_TRUE(processEventsUntil([&] { return window->splitter()->sizes().value(1) == width; }));
+}
+
+TEST_F(DocumentWindows, PajekExportRunsItsDialogAndWritesOrExplains) {
+  ui::DocumentWindow* window = startUpWindow();
+  ASSERT_TRUE(window);
+  QMenu* file = findMenu(window->menuBar(), QStringLiteral("File"));
+  QAction* pajek =
+      findAction(findAction(file, QStringLiteral("Export"))->menu(), QStringLiteral("Pajek\u2026"));
+  ASSERT_TRUE(pajek && pajek->isEnabled());
+
+  const fs::path written = kOutput / "window-export.net";
+  fs::remove(written);
+  QString proposed, filter;
+  bool sheetLike = false;
+  auto answerWith = [&](const QString& path) {
+    whenShown<QFileDialog>(QStringLiteral("filePanel"), [&, path](QFileDialog* panel) {
+      auto* name = panel->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+      proposed = name ? name->text() : QString();
+      filter = panel->selectedNameFilter();
+      sheetLike = panel->windowModality() == Qt::WindowModal &&
+                  panel->testOption(QFileDialog::DontUseNativeDialog) &&
+                  !panel->testOption(QFileDialog::ReadOnly) && panel->parentWidget() == window;
+      panel->selectFile(path);
+      static_cast<QDialog*>(panel)->accept();
+    });
+  };
+  answerWith(QString::fromStdString(written.string()));
+  pajek->trigger();
+  ASSERT_TRUE(processEventsUntil([&] { return fs::exists(written); }));
+  EXPECT_EQ(proposed, QStringLiteral("Random Network.net"));
+  EXPECT_TRUE(filter.contains(QStringLiteral("*.net"))) << filter.toStdString();
+  EXPECT_TRUE(sheetLike);
+  const auto back = QLONetwork::initWithContentsOfPajekURL(written);
+  const auto shown = window->controller().network();
+  ASSERT_TRUE(back && shown);
+  EXPECT_EQ(back->countVertices(), shown->countVertices());
+  EXPECT_EQ(back->countEdges(), shown->countEdges());
+
+  // No file can be made in /proc: the failure is shown over the window.
+  answerWith(QStringLiteral("/proc/plexview-export.net"));
+  pajek->trigger();
+  ASSERT_TRUE(processEventsUntil(
+      [] { return visible<QMessageBox>(QStringLiteral("fileAlert")) != nullptr; }));
+  QMessageBox* alert = visible<QMessageBox>(QStringLiteral("fileAlert"));
+  EXPECT_TRUE(alert->text().contains(QStringLiteral("could not be written")));
+  EXPECT_TRUE(alert->informativeText().contains(QStringLiteral("/proc/plexview-export.net")));
+  alert->accept();
 }
 
 TEST_F(DocumentWindows, TheOpenPanelSetsTheChoiceAndAFailedFileIsExplained) {
