@@ -16,6 +16,8 @@ void bindNetwork(pybind11::module_& m);
 void bindView(pybind11::module_& m);
 void bindLegends(pybind11::module_& m);  // also gives the view its legend
 void bindController(pybind11::module_& m);
+// The controller's file commands, added to the class bindController() made.
+void bindControllerFiles(pybind11::module_& m);
 // The plexview.colour submodule (plain functions; no class depends on it).
 void bindColour(pybind11::module_& m);
 // Its categorical part, added to the submodule by bindColour().
