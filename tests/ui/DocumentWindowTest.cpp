@@ -373,13 +373,21 @@ TEST_F(DocumentWindows, PajekExportRunsItsDialogAndWritesOrExplains) {
   auto answerWith = [&](const QString& path) {
     whenShown<QFileDialog>(QStringLiteral("filePanel"), [&, path](QFileDialog* panel) {
       auto* name = panel->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-      proposed = name ? name->text() : QString();
+      ASSERT_TRUE(name);
+      proposed = name->text();
       filter = panel->selectedNameFilter();
       sheetLike = panel->windowModality() == Qt::WindowModal &&
                   panel->testOption(QFileDialog::DontUseNativeDialog) &&
                   !panel->testOption(QFileDialog::ReadOnly) && panel->parentWidget() == window;
-      panel->selectFile(path);
-      static_cast<QDialog*>(panel)->accept();
+      // selectFile() leaves a focused name field as it is: type the path.
+      name->setText(path);
+      const QStringList chosen = panel->selectedFiles();
+      EXPECT_EQ(chosen, QStringList{path});
+      if (chosen == QStringList{path}) {
+        static_cast<QDialog*>(panel)->accept();
+      } else {
+        panel->reject();  // never answer an overwrite question for another file
+      }
     });
   };
   answerWith(QString::fromStdString(written.string()));
@@ -394,14 +402,18 @@ TEST_F(DocumentWindows, PajekExportRunsItsDialogAndWritesOrExplains) {
   EXPECT_EQ(back->countVertices(), shown->countVertices());
   EXPECT_EQ(back->countEdges(), shown->countEdges());
 
-  // No file can be made in /proc: the failure is shown over the window.
-  answerWith(QStringLiteral("/proc/plexview-export.net"));
+  // A name of the longest length a folder allows: the file is fine, but the
+  // temporary file written first cannot be made beside it. The failure is
+  // shown over the window.
+  const QString longest = QString(251, QLatin1Char('x')) + QStringLiteral(".net");
+  answerWith(QString::fromStdString(kOutput.string()) + QLatin1Char('/') + longest);
   pajek->trigger();
   ASSERT_TRUE(processEventsUntil(
       [] { return visible<QMessageBox>(QStringLiteral("fileAlert")) != nullptr; }));
   QMessageBox* alert = visible<QMessageBox>(QStringLiteral("fileAlert"));
   EXPECT_TRUE(alert->text().contains(QStringLiteral("could not be written")));
-  EXPECT_TRUE(alert->informativeText().contains(QStringLiteral("/proc/plexview-export.net")));
+  EXPECT_TRUE(alert->informativeText().contains(longest));
+  EXPECT_FALSE(fs::exists(kOutput / longest.toStdString()));
   alert->accept();
 }
 
