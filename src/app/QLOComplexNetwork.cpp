@@ -106,15 +106,19 @@ ExportResult QLOComplexNetwork::exportToPDF() {
   return {false, "Image export needs the document's window."};
 }
 
-// The network exports land later; until then each action answers why nothing
-// was written instead of forwarding to the controller.
-
+// The controller runs the save panel; what happens next (the write, or an
+// alert when it fails) is up to the panel's answer.
 ExportResult QLOComplexNetwork::exportNetworkToPajekFormat() {
-  return {false, "Pajek export is not available yet."};
+  if (!networkController_) return {false, "There is no window to export from."};
+  networkController_->exportNetworkToPajekFormat();
+  return {true, {}};
 }
 
+// The menu command's name and the controller's differ on purpose.
 ExportResult QLOComplexNetwork::exportNetworkToEdgesFormat() {
-  return {false, "Edge list export is not available yet."};
+  if (!networkController_) return {false, "There is no window to export from."};
+  networkController_->exportNetworkToEdges();
+  return {true, {}};
 }
 
 void QLOComplexNetwork::setFileURL(const fs::path& url) {

@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -218,13 +219,12 @@ class VXLController {
   // (smallest, largest) edge weight: the threshold sliders' bounds.
   Bounds weightThresholdBounds() const { return filter_.weights; }
 
-  // ============ Colouring (VXLControllerColour.cpp, VXLControllerCategories.cpp) ============
-  // The vertices are coloured by one property: a colour array as it stands, a
-  // number array through a transform and a colour map (with a continuous
-  // legend), anything else by category. Every change of a colour setting
-  // recolours at once; the colours shown are stored in the network as
-  // "Color". Main thread only; the power coefficient, custom colours and
-  // inversion are read and written under the controller's own lock.
+  // ============ Colouring (VXLControllerColour.cpp, VXLControllerCategories.cpp) =====  // The
+  // vertices are coloured by one property: a colour array as it stands, a number array through a
+  // transform and a colour map (with a continuous legend), anything else by category. Every change
+  // of a colour setting recolours at once; the colours shown are stored in the network as "Color".
+  // Main thread only; the power coefficient, custom colours and inversion are read and written
+  // under the controller's own lock.
   enum class LimitSwitch { Off, On };
   using HideSwitch = colour::HideOthers;
   using SortOrder = colour::SortOrder;
@@ -359,6 +359,53 @@ class VXLController {
     return true;
   }
   // ================= end of web bundle and 3D export =================
+  // --- Files: positions files, Pajek and edge-list export
+  // (VXLControllerFiles.cpp) ---
+  // The window runs the panels and shows the alerts; the controller asks for
+  // them through these functions and works without them (no panel: nothing
+  // happens; no alert: the message is logged).
+  struct FilePanelRequest {
+    enum class Mode { Save, Open };
+    Mode mode = Mode::Save;
+    std::string title;
+    std::filesystem::path folder;  // where the panel starts; empty: its own choice
+    std::string proposedName;      // the name filled in (save only); empty: none
+    std::string extension;         // the only type allowed (no dot); empty: any file
+    std::string typeName;          // how the panel names that type
+  };
+  // Called with the chosen file, or with nothing when the panel was cancelled.
+  using FilePanelCompletion = std::function<void(const std::optional<std::filesystem::path>&)>;
+  using FilePanel = std::function<void(const FilePanelRequest&, FilePanelCompletion)>;
+  using FileAlert = std::function<void(const std::string& message, const std::string& detail)>;
+  void setFilePanel(FilePanel panel) { filePanel_ = std::move(panel); }
+  void setFileAlert(FileAlert alert) { fileAlert_ = std::move(alert); }
+
+  // `displayName` without its extension, a full stop and `extension`: a name
+  // already ending in that extension keeps it once.
+  static std::string proposedFileName(const std::string& displayName, const std::string& extension);
+
+  // Menu commands: each runs its panel and acts when a file is chosen; a
+  // failed write is shown in an alert, a cancelled panel changes nothing.
+  void exportNodesPositions();
+  void openPositionsFromPanel();
+  void exportNetworkToPajekFormat();
+  void exportNetworkToEdges();
+
+  // Writes the view's positions, one "X Y Z" line per vertex that reads back
+  // to the same floats. False with the reason in `error` on failure; the file
+  // is written atomically, so a failure leaves an earlier file as it was.
+  bool exportNodesPositions(const std::filesystem::path& path, std::string* error = nullptr);
+  // Reads a positions file into the view and the network's "Position". A
+  // file that cannot be reached raises an alert; a file that cannot be read,
+  // is malformed or holds another count of positions than the network has
+  // vertices answers false with the reason in `error`. The layout is kept on
+  // every failure.
+  bool openPositionsFromURL(const std::filesystem::path& path, ReadError* error = nullptr);
+  // Write the shown network (its "Position" updated from the layout first)
+  // as Pajek or as an edge list, atomically; false with the reason in `error`.
+  bool exportNetworkToPajekFormat(const std::filesystem::path& path, std::string* error = nullptr);
+  bool exportNetworkToEdges(const std::filesystem::path& path, std::string* error = nullptr);
+  // --- End of files ---
 
  private:
   struct Token {};  // keeps construction to init()
@@ -387,6 +434,11 @@ class VXLController {
   scene::Background background() const;
   colour::Rgba customColour(int index) const;
   void setCustomColour(int index, colour::Rgba c);
+  // Files: the save panel of a request, then `write` with the file chosen;
+  // a failure goes to the alert.
+  using FileWriter = std::function<bool(const std::filesystem::path&, std::string*)>;
+  void runSavePanel(const FilePanelRequest& request, const FileWriter& write);
+  void showFileAlert(const std::string& message, const std::string& detail) const;
   template <class T>
   void forward(void (VXLNetworkView::*set)(T), T value) {
     (view_.get()->*set)(value);
@@ -419,4 +471,6 @@ class VXLController {
   VXLExport3DTableController export3D_{this};
   Export3DSheetHandler export3DSheet_;
   std::function<void()> exportImageSheet_;
+  FilePanel filePanel_;
+  FileAlert fileAlert_;
 };

@@ -1,5 +1,6 @@
 #include "ui/DocumentWindow.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -25,6 +26,7 @@
 #include "ui/SidePanel.h"
 #include "ui/export3dsheet.h"
 #include "ui/exportimagedialog.h"
+#include "ui/filepanels.h"
 
 namespace ui {
 
@@ -57,6 +59,12 @@ constexpr ExportItem kExportItems[] = {
     {"Edge List\u2026", "exportNetworkToEdgesFormat",
      &QLOComplexNetwork::exportNetworkToEdgesFormat},
 };
+// The exports that work; the others stay off unless the document says
+// otherwise.
+// The exports built so far; the document may still turn any item on.
+constexpr std::string_view kReadyExports[] = {"exportToImage", "exportToWebBundle", "exportTo3D",
+                                              "exportNetworkToPajekFormat",
+                                              "exportNetworkToEdgesFormat"};
 
 }  // namespace
 
@@ -70,6 +78,8 @@ DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentContr
   controller_ = VXLController::init(view_->sharedView());
   controller_->setDocument(document_.get());
   document_->setNetworkController(controller_.get());
+  controller_->setFilePanel(filePanelRunner(this));
+  controller_->setFileAlert(fileAlertRunner(this));
   panel_ = new SidePanel(controller_);
   controller_->setRefreshListener([this](VXLController::Panel which) {
     panel_->refresh(which);
@@ -167,11 +177,17 @@ void DocumentWindow::buildFileMenu() {
       ->setShortcuts(QKeySequence::SaveAs);
   file->addSeparator();
   buildExportMenu(file);
-  // Positions and colour files arrive with their readers and writers.
-  for (const char* text :
-       {"Import Positions\u2026", "Export Positions\u2026", "Open Colour File\u2026"}) {
-    file->addAction(tr(text))->setEnabled(false);
-  }
+  file->addAction(tr("Import Positions\u2026"), this,
+                  [this] { controller_->openPositionsFromPanel(); });
+  file->addAction(tr("Export Positions\u2026"), this,
+                  [this] { controller_->exportNodesPositions(); });
+  // Colour files arrive with their reader.
+  // The colour panel's own open button runs the colour file dialog.
+  file->addAction(tr("Open Colour File\u2026"), this, [this] {
+    if (auto* button = panel_->findChild<QAbstractButton*>(QStringLiteral("colorsOpenButton"))) {
+      button->click();
+    }
+  });
   file->addSeparator();
   // Each window asks about its unsaved changes; one Cancel stops the quit.
   QAction* quit = file->addAction(tr("&Quit"), qApp, &QApplication::closeAllWindows);
@@ -197,13 +213,10 @@ void DocumentWindow::buildExportMenu(QMenu* file) {
 }
 
 void DocumentWindow::validateExportItems() {
-  // Only the web bundle and 3D export are built so far; the document may
-  // still turn any item on.
   for (QAction* action : exportMenu_->actions()) {
     const std::string name = action->data().toString().toStdString();
-    const bool built =
-        name == "exportToWebBundle" || name == "exportTo3D" || name == "exportToImage";
-    action->setEnabled(document_->validateUserInterfaceItem(name, built));
+    const bool ready = std::ranges::find(kReadyExports, name) != std::end(kReadyExports);
+    action->setEnabled(document_->validateUserInterfaceItem(name, ready));
   }
 }
 
@@ -392,6 +405,8 @@ void DocumentWindow::shutDown() {
   controller_->setRefreshListener(nullptr);
   controller_->setExport3DSheetHandler(nullptr);
   controller_->setExportImageSheetHandler(nullptr);
+  controller_->setFilePanel(nullptr);
+  controller_->setFileAlert(nullptr);
   controller_->setDocument(nullptr);
   document_->setNetworkController(nullptr);
 }

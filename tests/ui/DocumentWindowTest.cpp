@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -309,9 +310,9 @@ TEST_F(DocumentWindows, MenusHaveTheirShortcutsAndLaterItemsAreOff) {
       {file, "Save", K::keyBindings(K::Save), true},
       {file, "Save As\u2026", K::keyBindings(K::SaveAs), true},
       {file, "Quit", K::keyBindings(K::Quit), true},
-      {file, "Import Positions\u2026", none, false},
-      {file, "Export Positions\u2026", none, false},
-      {file, "Open Colour File\u2026", none, false},
+      {file, "Import Positions\u2026", none, true},
+      {file, "Export Positions\u2026", none, true},
+      {file, "Open Colour File\u2026", none, true},
       {view, "Start/Pause", {K(Qt::Key_Space)}, true},
       {view, "Show Side Panel", {K(Qt::CTRL | Qt::ALT | Qt::Key_S)}, true},
       {view, "From Top", {K(Qt::CTRL | Qt::Key_1)}, true},
@@ -326,13 +327,12 @@ TEST_F(DocumentWindows, MenusHaveTheirShortcutsAndLaterItemsAreOff) {
   ASSERT_TRUE(findAction(file, QStringLiteral("Open Recent")));
   EXPECT_TRUE(findAction(file, QStringLiteral("Open Recent"))->menu());
 
-  // Exports: all present; the pictures, the web bundle and 3D export are
-  // built; the image sheet opens over the window.
+  // Exports: all present and built; the image sheet opens over the window.
   QAction* exportItem = findAction(file, QStringLiteral("Export"));
   ASSERT_TRUE(exportItem && exportItem->menu());
   QStringList texts;
-  const QStringList enabled{"Image\u2026", "PDF/SVG/EPS/PS\u2026", "Web Bundle\u2026",
-                            "3D Export\u2026"};
+  const QStringList enabled{"Image\u2026",     "PDF/SVG/EPS/PS\u2026", "Web Bundle\u2026",
+                            "3D Export\u2026", "Pajek\u2026",          "Edge List\u2026"};
   for (QAction* action : exportItem->menu()->actions()) {
     texts << action->text();
     EXPECT_EQ(action->isEnabled(), enabled.contains(action->text()))
@@ -359,6 +359,65 @@ TEST_F(DocumentWindows, MenusHaveTheirShortcutsAndLaterItemsAreOff) {
   side->trigger();
   EXPECT_TRUE(side->isChecked());
   EXPECT_TRUE(processEventsUntil([&] { return window->splitter()->sizes().value(1) == width; }));
+}
+
+TEST_F(DocumentWindows, PajekExportRunsItsDialogAndWritesOrExplains) {
+  ui::DocumentWindow* window = startUpWindow();
+  ASSERT_TRUE(window);
+  QMenu* file = findMenu(window->menuBar(), QStringLiteral("File"));
+  QAction* pajek =
+      findAction(findAction(file, QStringLiteral("Export"))->menu(), QStringLiteral("Pajek\u2026"));
+  ASSERT_TRUE(pajek && pajek->isEnabled());
+
+  const fs::path written = kOutput / "window-export.net";
+  fs::remove(written);
+  QString proposed, filter;
+  bool sheetLike = false;
+  auto answerWith = [&](const QString& path) {
+    whenShown<QFileDialog>(QStringLiteral("filePanel"), [&, path](QFileDialog* panel) {
+      auto* name = panel->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+      ASSERT_TRUE(name);
+      proposed = name->text();
+      filter = panel->selectedNameFilter();
+      sheetLike = panel->windowModality() == Qt::WindowModal &&
+                  panel->testOption(QFileDialog::DontUseNativeDialog) &&
+                  !panel->testOption(QFileDialog::ReadOnly) && panel->parentWidget() == window;
+      // selectFile() leaves a focused name field as it is: type the path.
+      name->setText(path);
+      const QStringList chosen = panel->selectedFiles();
+      EXPECT_EQ(chosen, QStringList{path});
+      if (chosen == QStringList{path}) {
+        static_cast<QDialog*>(panel)->accept();
+      } else {
+        panel->reject();  // never answer an overwrite question for another file
+      }
+    });
+  };
+  answerWith(QString::fromStdString(written.string()));
+  pajek->trigger();
+  ASSERT_TRUE(processEventsUntil([&] { return fs::exists(written); }));
+  EXPECT_EQ(proposed, QStringLiteral("Random Network.net"));
+  EXPECT_TRUE(filter.contains(QStringLiteral("*.net"))) << filter.toStdString();
+  EXPECT_TRUE(sheetLike);
+  const auto back = QLONetwork::initWithContentsOfPajekURL(written);
+  const auto shown = window->controller().network();
+  ASSERT_TRUE(back && shown);
+  EXPECT_EQ(back->countVertices(), shown->countVertices());
+  EXPECT_EQ(back->countEdges(), shown->countEdges());
+
+  // A name of the longest length a folder allows: the file is fine, but the
+  // temporary file written first cannot be made beside it. The failure is
+  // shown over the window.
+  const QString longest = QString(251, QLatin1Char('x')) + QStringLiteral(".net");
+  answerWith(QString::fromStdString(kOutput.string()) + QLatin1Char('/') + longest);
+  pajek->trigger();
+  ASSERT_TRUE(processEventsUntil(
+      [] { return visible<QMessageBox>(QStringLiteral("fileAlert")) != nullptr; }));
+  QMessageBox* alert = visible<QMessageBox>(QStringLiteral("fileAlert"));
+  EXPECT_TRUE(alert->text().contains(QStringLiteral("could not be written")));
+  EXPECT_TRUE(alert->informativeText().contains(longest));
+  EXPECT_FALSE(fs::exists(kOutput / longest.toStdString()));
+  alert->accept();
 }
 
 TEST_F(DocumentWindows, TheOpenPanelSetsTheChoiceAndAFailedFileIsExplained) {

@@ -175,9 +175,6 @@ void bindControllerColour(Controller& cls) {
           "base name and selects it; False when the file cannot be read.");
   cls.def("setAlertHandler", &C::setAlertHandler, py::arg("handler"),
           "A callable given the text of an alert (None: alerts go to the log).");
-  cls.def("currentFile", &C::currentFile,
-          "The window document's file (empty when untitled or without a window).");
-  cls.def("currentFolder", &C::currentFolder);
 }
 
 }  // namespace plexview

@@ -20,6 +20,7 @@ void bindModel(pybind11::module_& m) {
   bindController(m);
   bindDocuments(m);
   bindExport(m);
+  bindControllerFiles(m);
   bindColour(m);
 }
 

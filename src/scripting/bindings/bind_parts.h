@@ -19,6 +19,8 @@ void bindController(pybind11::module_& m);
 void bindDocuments(pybind11::module_& m);  // documents hand out controllers
 // The view's image and vector export.
 void bindExport(pybind11::module_& m);
+// The controller's file commands, added to the class bindController() made.
+void bindControllerFiles(pybind11::module_& m);
 // The plexview.colour submodule (plain functions; no class depends on it).
 void bindColour(pybind11::module_& m);
 // Its categorical part, added to the submodule by bindColour().
