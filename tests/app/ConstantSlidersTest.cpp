@@ -18,30 +18,19 @@ using L = LayoutConstant;
 const std::vector<LayoutConstant> kAll = {L::Attraction, L::Repulsive, L::Viscosity,
                                           L::Gravitational, L::PreferredDistance};
 
-TEST(ConstantSliders, DefaultsSitAtTheirOriginPositions) {
-  struct Case {
-    LayoutConstant constant;
-    float standard;
-    double position;
-  };
-  // The three logarithmic constants sit at 0; gravitation's default at 1.
-  for (const Case& c : std::vector<Case>{{L::Attraction, 0.001f, 0},
-                                         {L::Repulsive, 10.0f, 0},
-                                         {L::Viscosity, 0.05f, 0},
-                                         {L::Gravitational, 0.001f, 1},
-                                         {L::PreferredDistance, 0.0f, 0}}) {
-    EXPECT_NEAR(app::sliderPositionForConstant(c.constant, c.standard), c.position, 1e-4);
-    EXPECT_EQ(app::constantForSliderPosition(c.constant, c.position), c.standard);
-  }
-}
-
-TEST(ConstantSliders, HandComputedPositionsAndConstants) {
+TEST(ConstantSliders, DefaultsAndHandComputedPositions) {
   struct Case {
     LayoutConstant constant;
     double position;
     double value;
   };
   const std::vector<Case> cases = {
+      // The defaults: the three logarithmic constants at 0, gravitation at 1.
+      {L::Attraction, 0, 0.001},
+      {L::Repulsive, 0, 10.0},
+      {L::Viscosity, 0, 0.05},
+      {L::Gravitational, 1, 0.001},
+      {L::PreferredDistance, 0, 0},
       {L::Attraction, 100, 0.01},  // one decade up
       {L::Attraction, -250, 0.001 / 316.2277660168379},
       {L::Repulsive, -100, 1.0},                // one decade down
@@ -54,7 +43,8 @@ TEST(ConstantSliders, HandComputedPositionsAndConstants) {
     EXPECT_FLOAT_EQ(app::constantForSliderPosition(c.constant, c.position),
                     static_cast<float>(c.value))
         << c.position;
-    EXPECT_NEAR(app::sliderPositionForConstant(c.constant, c.value), c.position, 1e-9);
+    EXPECT_NEAR(app::sliderPositionForConstant(c.constant, static_cast<float>(c.value)), c.position,
+                1e-4);
   }
 }
 
@@ -93,11 +83,10 @@ TEST(ConstantSliders, EachConstantReachesItsOwnSetting) {
   const auto& view = *controller->networkView();
   float value = 1.25f;
   for (LayoutConstant constant : kAll) app::setLayoutConstant(*controller, constant, value += 1);
-  EXPECT_EQ(view.attractionConstant(), 2.25f);
-  EXPECT_EQ(view.repulsiveConstant(), 3.25f);
-  EXPECT_EQ(view.viscosityConstant(), 4.25f);
-  EXPECT_EQ(view.gravitationalConstant(), 5.25f);
-  EXPECT_EQ(view.preferredDistance(), 6.25f);
+  EXPECT_EQ((std::vector<float>{view.attractionConstant(), view.repulsiveConstant(),
+                                view.viscosityConstant(), view.gravitationalConstant(),
+                                view.preferredDistance()}),
+            (std::vector<float>{2.25f, 3.25f, 4.25f, 5.25f, 6.25f}));
   value = 1.25f;
   for (LayoutConstant constant : kAll) {
     EXPECT_EQ(app::layoutConstant(*controller, constant), value += 1);

@@ -5,14 +5,16 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "app/VXLController.h"
+#include "colour/colormaps.h"
 #include "colour/hexcolour.h"
+#include "colour/legendscale.h"
+#include "colour/transforms.h"
 #include "render/VXLLegends.h"
 
 namespace {
@@ -53,104 +55,50 @@ struct Fixture {
   }
 };
 
-// --- An independent evaluation of "Exponential" and "Jet" ---
-
-float exponentialOf(float x, float min, float max) {
-  const float t = (x - min) / (max - min);
-  return 1.0f + static_cast<float>((0.003999956490252552 - std::pow(0.004000000189989805, t)) *
-                                   1.004016064448547);
+// The colour library's own "Exponential" then "Jet" (tested on its own) of
+// `values`, as the view should show them.
+std::vector<std::array<double, 3>> jetOfExponential(const std::vector<float>& values) {
+  const auto t = colour::newVectorFromVectorWithTransformFunction(values.data(), values.size(),
+                                                                  "Exponential", {});
+  const auto colours = colour::colorsFromNormalizedVector(t.data(), t.size(), "Jet", {});
+  std::vector<std::array<double, 3>> out;
+  for (std::uint64_t i = 0; i < colours->count(); ++i) out.push_back(colours->vectorAtIndex(i));
+  return out;
 }
 
-std::array<float, 3> jetOf(float t) {
-  float h = static_cast<float>((1.0 - t) * 0.6666666666666666);
-  if (!(h <= 1.0f)) h = 1.0f;
-  const float x = 6 * h;
-  const int i = static_cast<int>(x);
-  if (static_cast<unsigned>(i) > 6u) return {0.4f, 0.4f, 0.4f};
-  const float f = (x - static_cast<float>(i)) * 0.6399999260902405f;
-  const float v = 0.7199999690055847f, p = 0.08000004291534424f, q = v - f, u = f + p;
-  switch (i) {
-    case 1:
-      return {q, v, p};
-    case 2:
-      return {p, v, u};
-    case 3:
-      return {p, q, v};
-    case 4:
-      return {u, p, v};
-    case 5:
-      return {v, p, q};
-    default:
-      return {v, u, p};
-  }
-}
-
-float exponentialInverseOf(float y) {
-  const float u = 1.0f - y;
-  if (u == 1.0f) return 0.0f;
-  return static_cast<float>(std::log(double{u} + 0.0040160205733087906) * -0.1811114890566871 -
-                            0.004008021588291635);
-}
-
-void expectColours(const QLOVector3dArray& colours, const std::vector<std::array<float, 3>>& want) {
-  ASSERT_EQ(colours.count(), want.size());
-  for (std::uint64_t i = 0; i < want.size(); ++i) {
-    const auto got = colours.vectorAtIndex(i);
-    for (int c = 0; c < 3; ++c) {
-      EXPECT_EQ(static_cast<float>(got[c]), want[i][c]) << "vertex " << i << " channel " << c;
-    }
-  }
+std::vector<std::array<double, 3>> vectorsOf(const QLOVector3dArray& array) {
+  std::vector<std::array<double, 3>> out;
+  for (std::uint64_t i = 0; i < array.count(); ++i) out.push_back(array.vectorAtIndex(i));
+  return out;
 }
 
 TEST(ControllerColour, DegreesShowJetOfExponentialAndAContinuousLegend) {
-  Fixture f;  // installation colours by "Node Degree"
-  EXPECT_EQ(f.controller->selectedColorProperty(), "Node Degree");
-  EXPECT_EQ(f.controller->selectedColorFunction(), "Exponential");
-  EXPECT_EQ(f.controller->selectedColorMap(), "Jet");
-  std::vector<std::array<float, 3>> want(41, jetOf(exponentialOf(1, 1, 40)));
-  want[0] = jetOf(exponentialOf(40, 1, 40));
-  const auto shown = f.view().colors();
-  ASSERT_TRUE(shown);
-  expectColours(*shown, want);
-  EXPECT_EQ(f.storedColour(), shown);
-  EXPECT_FALSE(f.view().hideSpecialVertices());
+  for (const auto leaves : {std::uint64_t{40}, std::uint64_t{0}}) {  // no edges: all NaN, red
+    Fixture f(star(leaves, leaves ? 0 : 5));
+    SCOPED_TRACE(leaves);
+    EXPECT_EQ(f.controller->selectedColorProperty(), "Node Degree");
+    EXPECT_EQ(f.controller->selectedColorFunction(), "Exponential");
+    EXPECT_EQ(f.controller->selectedColorMap(), "Jet");
+    std::vector<float> degrees(leaves ? 41 : 6, leaves ? 1.0f : 0.0f);
+    degrees[0] = static_cast<float>(leaves);
+    const auto shown = f.view().colors();
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(vectorsOf(*shown), jetOfExponential(degrees));
+    EXPECT_EQ(f.storedColour(), shown);
+    EXPECT_FALSE(f.view().hideSpecialVertices());
 
-  const auto legend = f.view().legends();
-  ASSERT_TRUE(legend);
-  EXPECT_TRUE(legend->continuous());
-  EXPECT_EQ(legend->title(), "");
-  const auto labels = legend->labels();
-  const auto colours = legend->colors();
-  ASSERT_EQ(labels.size(), 22u);
-  ASSERT_EQ(colours.size(), 22u);
-  for (std::size_t i = 0; i < 22; ++i) {
-    const float sample = static_cast<float>(static_cast<double>(i) / 21.0);
-    const auto jet = jetOf(sample);
-    EXPECT_EQ(colours[i], (colour::Rgba{jet[0], jet[1], jet[2], 0.9f})) << i;
-    if (i % 3 != 0) {
-      EXPECT_EQ(labels[i], "") << i;
-      continue;
-    }
-    const float value = exponentialInverseOf(sample) * 39.0f + 1.0f;
-    char text[32];
-    std::snprintf(text, sizeof text, value > 10 ? "%.0f" : "%.2g", double{value});
-    EXPECT_EQ(labels[i], text) << i;
+    const auto legend = f.view().legends();
+    ASSERT_TRUE(legend);
+    EXPECT_TRUE(legend->continuous());
+    EXPECT_EQ(legend->title(), "");
+    const colour::LegendScale want =
+        colour::legendScale({leaves ? 1.0f : 0.0f, degrees[0]}, colour::ColorFunction::Exponential,
+                            2.0f, colour::ColorMap::Jet, {});
+    EXPECT_EQ(legend->labels(), want.labels);
+    EXPECT_EQ(legend->colors(), want.colors);
+    EXPECT_EQ(legend->labels().front(), leaves ? "1" : "0");
+    EXPECT_EQ(legend->labels().back(), leaves ? "40" : "0");
   }
-  EXPECT_EQ(labels.front(), "1");
-  EXPECT_EQ(labels.back(), "40");
-}
-
-TEST(ControllerColour, ANetworkWithoutEdgesGivesNaNThatJetShowsRed) {
-  Fixture f(star(0, 5));
-  const auto shown = f.view().colors();
-  ASSERT_TRUE(shown);
-  const std::array<float, 3> red = jetOf(std::nanf(""));
-  EXPECT_EQ(red, jetOf(1.0f));
-  expectColours(*shown, std::vector<std::array<float, 3>>(6, red));
-  const auto labels = f.view().legends()->labels();
-  ASSERT_EQ(labels.size(), 22u);
-  EXPECT_EQ(labels[0], "0");
-  EXPECT_EQ(labels[21], "0");
 }
 
 TEST(ControllerColour, NoneRemovesColoursAndLegendButKeepsTheStoredColor) {

@@ -405,15 +405,6 @@ TEST(ControllerSelection, SelectionCallsReachTheView) {
   EXPECT_EQ(c.view().selectedIndices(), std::vector<std::uint64_t>{1});
   c.controller->resetSelection();
   EXPECT_TRUE(c.view().selectedIndices().empty());
-
-  const auto mask = QLONumberArray::initWithBoolScalar(true, 6);
-  c.controller->setHiddenVertices(mask);
-  EXPECT_EQ(c.view().hiddenVertices(), mask);
-  EXPECT_EQ(c.controller->hiddenVertices(), mask);
-  const auto handler = std::make_shared<VXLSelectionHandler>();
-  c.controller->setSelectionHandler(handler);
-  EXPECT_EQ(c.view().selectionhandler(), handler);
-  EXPECT_EQ(c.controller->selectionHandler(), handler);
 }
 
 }  // namespace

@@ -18,6 +18,7 @@
 #include <set>
 #include <sstream>
 
+#include "../colour/scratch.h"
 #include "app/QLOComplexNetwork.h"
 #include "app/QLODocumentController.h"
 #include "app/doctypes.h"
@@ -40,10 +41,6 @@ std::string contentsOf(const fs::path& file) {
   return text.str();
 }
 
-void write(const fs::path& file, const std::string& text) {
-  std::ofstream(file, std::ios::binary) << text;
-}
-
 std::vector<std::array<double, 3>> vectorsOf(const QLOVector3dArray& array) {
   std::vector<std::array<double, 3>> out;
   for (std::uint64_t i = 0; i < array.count(); ++i) out.push_back(array.vectorAtIndex(i));
@@ -62,9 +59,8 @@ bool processEventsUntil(Done done) {
 }
 
 TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
-  const fs::path folder =
-      fs::temp_directory_path() / ("plexview-types-" + std::to_string(getpid()));
-  fs::create_directories(folder);
+  const ScratchFolder scratch;
+  const fs::path& folder = scratch.path();
   const std::string native(app::kComplexNetworkType), pajek(app::kPajekNetworkType);
   struct Case {
     const char* name;
@@ -83,7 +79,7 @@ TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
       {"empty", "", pajek},
   };
   for (const Case& c : cases) {
-    write(folder / c.name, c.contents);
+    scratch.write(c.name, c.contents);
     ReadError error;
     const auto type = app::typeOfFile(folder / c.name, error);
     ASSERT_TRUE(type) << c.name << ": " << error.describe();
@@ -95,7 +91,6 @@ TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
     EXPECT_EQ(error.file, unreadable.string());
     EXPECT_FALSE(error.message.empty());
   }
-  fs::remove_all(folder);
 
   struct Conformance {
     std::string_view type, parent;

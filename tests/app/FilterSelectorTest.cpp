@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "app/VXLController.h"
@@ -120,20 +121,16 @@ TEST(FilterSelector, ReselectingRefillsTheViewButARefreshDoesNot) {
 TEST(FilterSelector, SliderBoundsFollowTheSelectedPropertyAndTheWeights) {
   const auto controller = VXLController::init();
   controller->setNetwork(path(Directed::Yes, Weighted::Yes));
-  auto bounds = controller->filterRangeBounds();
-  EXPECT_EQ(bounds.lower, 1.0);  // degrees 1, 2, 2, 1
-  EXPECT_EQ(bounds.upper, 2.0);
-  controller->selectFilterProperty("Node Strength");  // 2, 6, 12, 8
-  bounds = controller->filterRangeBounds();
-  EXPECT_EQ(bounds.lower, 2.0);
-  EXPECT_EQ(bounds.upper, 12.0);
-  controller->selectFilterProperty("size");  // all negative: the top stays 0
-  bounds = controller->filterRangeBounds();
-  EXPECT_EQ(bounds.lower, -7.0);
-  EXPECT_EQ(bounds.upper, 0.0);
-  const auto weights = controller->weightThresholdBounds();
-  EXPECT_EQ(weights.lower, 2.0);
-  EXPECT_EQ(weights.upper, 8.0);
+  // Degrees 1, 2, 2, 1; strengths 2, 6, 12, 8; sizes all negative, where
+  // the top stays 0.
+  for (const auto& [title, lower, upper] :
+       {std::tuple{"Node Degree", 1.0, 2.0}, {"Node Strength", 2.0, 12.0}, {"size", -7.0, 0.0}}) {
+    controller->selectFilterProperty(title);
+    EXPECT_EQ(controller->filterRangeBounds().lower, lower) << title;
+    EXPECT_EQ(controller->filterRangeBounds().upper, upper) << title;
+  }
+  EXPECT_EQ(controller->weightThresholdBounds().lower, 2.0);
+  EXPECT_EQ(controller->weightThresholdBounds().upper, 8.0);
 
   // New values of the property are seen at the next refresh.
   auto network = controller->network();

@@ -9,6 +9,7 @@
 #include <set>
 #include <sstream>
 
+#include "../colour/scratch.h"
 #include "app/QLOComplexNetwork.h"
 #include "app/VXLController.h"
 #include "io/webtexts.h"
@@ -30,13 +31,6 @@ std::set<std::string> filesIn(const fs::path& folder) {
   std::set<std::string> names;
   for (const auto& entry : fs::directory_iterator(folder)) names.insert(entry.path().filename());
   return names;
-}
-
-// A fresh empty folder for one test.
-fs::path scratch(const std::string& name) {
-  const fs::path folder = fs::temp_directory_path() / ("plexview-web-" + name);
-  fs::remove_all(folder);
-  return folder;
 }
 
 std::shared_ptr<TextList> texts(TextList values) {
@@ -118,7 +112,8 @@ TEST(WebExport, BundleOfAWeightedNamedNetwork) {
   table.setSelectedRows(Table::Colors, {4, 0, 1});
   table.tableView(Table::Colors, 0, "function", 1);
 
-  const fs::path folder = scratch("towns") / "nested" / "bundle";
+  const ScratchFolder scratch;
+  const fs::path folder = scratch.path() / "nested" / "bundle";
   fs::create_directories(folder);
   std::ofstream(folder / "edges.dat") << "stale";
   std::string error;
@@ -154,7 +149,6 @@ TEST(WebExport, BundleOfAWeightedNamedNetwork) {
   EXPECT_EQ(QLOVector3dArray::initWithContentsOfURL(folder / "Home_town.colors", Precision::Float)
                 ->count(),
             4u);
-  fs::remove_all(scratch("towns"));
 }
 
 TEST(WebExport, NothingSelectedLeavesOnlyTheFixedFiles) {
@@ -162,7 +156,8 @@ TEST(WebExport, NothingSelectedLeavesOnlyTheFixedFiles) {
   auto& table = controller->export3DTableController();
   table.reloadTable();
   table.setSelectedRows(Table::Colors, {});
-  const fs::path folder = scratch("bare");
+  const ScratchFolder scratch;
+  const fs::path folder = scratch.path() / "bare";
   ASSERT_TRUE(controller->exportWebToFile(folder));
   EXPECT_EQ(filesIn(folder),
             (std::set<std::string>{"edges.dat", "positions.dat", "names.dat", "degree.property",
@@ -172,7 +167,6 @@ TEST(WebExport, NothingSelectedLeavesOnlyTheFixedFiles) {
             controller->colorsForProperty("Node Degree", "Exponential")->text());
   EXPECT_EQ(contentsOf(folder / "properties.json"),
             "{\n\t\"degree\" : \"Node Degree\",\n\t\"ORDER\" : [\"degree\"]\n}\n");
-  fs::remove_all(folder);
 }
 
 TEST(WebExport, TheTableRowsCodesAndSelection) {
@@ -215,7 +209,8 @@ TEST(WebExport, TheTableRowsCodesAndSelection) {
 
   // "None" gives no colours, so no files and no index entry; "Age" has its
   // values and its colours under "Power".
-  const fs::path folder = scratch("table");
+  const ScratchFolder scratch;
+  const fs::path folder = scratch.path() / "table";
   ASSERT_TRUE(controller->exportWebToFile(folder));
   EXPECT_FALSE(fs::exists(folder / "None.colors"));
   EXPECT_EQ(contentsOf(folder / "Age.property"), "30\n40\n50\n");
@@ -224,7 +219,6 @@ TEST(WebExport, TheTableRowsCodesAndSelection) {
   EXPECT_EQ(contentsOf(folder / "properties.json"),
             "{\n\t\"degree\" : \"Node Degree\",\n\t\"Age\" : \"Age\",\n"
             "\t\"ORDER\" : [\"degree\", \"Age\"]\n}\n");
-  fs::remove_all(folder);
 
   // Opening the sheet again brings every code back to 1 and every row back.
   EXPECT_FALSE(controller->exportTo3D());  // no window to show it
@@ -244,7 +238,8 @@ TEST(WebExport, FunctionCodes) {
 TEST(WebExport, AFileThatCannotBeWrittenIsReportedAndTheRestIsWritten) {
   auto controller = controllerFor(townsNetwork());
   controller->export3DTableController().reloadTable();
-  const fs::path folder = scratch("blocked");
+  const ScratchFolder scratch;
+  const fs::path folder = scratch.path() / "blocked";
   fs::create_directories(folder / "names.dat");  // a folder where the file goes
   std::string error;
   EXPECT_FALSE(controller->exportWebToFile(folder, &error));
@@ -261,7 +256,6 @@ TEST(WebExport, AFileThatCannotBeWrittenIsReportedAndTheRestIsWritten) {
   std::ofstream(folder / "plain") << "x";
   EXPECT_FALSE(controller->exportWebToFile(folder / "plain" / "bundle", &error));
   EXPECT_NE(error.find("plain"), std::string::npos) << error;
-  fs::remove_all(folder);
 }
 
 TEST(WebExport, TheDocumentShowsTheSheetThroughItsController) {

@@ -8,22 +8,15 @@
 
 using namespace colour;
 
-TEST(ColorFromHexadecimalValue, ParsesRedGreenBlue) {
-  const Rgba c = colorFromHexadecimalValue("#1F77B4");
-  EXPECT_FLOAT_EQ(c.r, 31.0f / 255.0f);
-  EXPECT_FLOAT_EQ(c.g, 119.0f / 255.0f);
-  EXPECT_FLOAT_EQ(c.b, 180.0f / 255.0f);
-  EXPECT_EQ(c.a, 1.0f);
-  EXPECT_EQ(colorFromHexadecimalValue("FF7F0E"), colorFromHexadecimalValue("#ff7f0e"));
-  EXPECT_EQ(colorFromHexadecimalValue("#FFFFFF"), (Rgba{1.0f, 1.0f, 1.0f, 1.0f}));
-}
-
-TEST(ColorFromHexadecimalValue, OddText) {
+TEST(ColorFromHexadecimalValue, ScansLikeAHexadecimalNumber) {
   struct Case {
     const char* text;
     unsigned rgb;  // expected 0xRRGGBB
   };
   const Case cases[] = {
+      {"#1F77B4", 0x1F77B4},
+      {"ff7f0e", 0xFF7F0E},  // "#" and case are optional
+      {"#FFFFFF", 0xFFFFFF},
       {"", 0},
       {"#", 0},
       {"#zz1234", 0},               // no leading digit: nothing scanned
@@ -57,9 +50,7 @@ TEST(HexadecimalValue, LowerCaseTwoDigitsEachAndRoundTrips) {
   }
   // Components just below a step truncate rather than round.
   EXPECT_EQ(hexadecimalValue({0.999f, 0.5f, 0.0039f, 1.0f}), "#ff7f00");
-}
-
-TEST(HexadecimalValue, OutOfRangeComponentsStayTwoDigits) {
+  // Out of range components stay two digits.
   const float nan = std::numeric_limits<float>::quiet_NaN();
   EXPECT_EQ(hexadecimalValue({-0.2f, 1.7f, nan, 1.0f}), "#00ff00");
 }
