@@ -182,22 +182,15 @@ TEST(ControllerColour, EverySettingRecoloursAtOnceButNotWhenUnchanged) {
     bool recolours;
   };
   const colour::Rgba orange = colour::colorFromHexadecimalValue("#FF7F0E");
+  const colour::Rgba red{1, 0, 0, 1}, black{0, 0, 0, 1}, white{1, 1, 1, 1};
   const std::vector<Change> changes = {
       {"same power", [](C& c) { c.setPowerCoefficient(2.0f); }, false},
       {"power", [](C& c) { c.setPowerCoefficient(3.0f); }, true},
       {"same inversion", [](C& c) { c.setInvertColorMap(false); }, false},
       {"inversion", [](C& c) { c.setInvertColorMap(true); }, true},
       {"same custom", [orange](C& c) { c.setColorCustom1(orange); }, false},
-      {"custom",
-       [](C& c) {
-         c.setColorCustom2({1, 0, 0, 1});
-       },
-       true},
-      {"wells",
-       [orange](C& c) {
-         c.colorGradientChanged({0, 0, 0, 1}, orange, {1, 1, 1, 1});
-       },
-       true},
+      {"custom", [red](C& c) { c.setColorCustom2(red); }, true},
+      {"wells", [=](C& c) { c.colorGradientChanged(black, orange, white); }, true},
       {"function", [](C& c) { c.selectColorFunction("Linear"); }, true},
       {"map", [](C& c) { c.selectColorMap("Hot"); }, true},
       {"limit", [](C& c) { c.setMaxColorScalarValue(10); }, false},
@@ -213,7 +206,7 @@ TEST(ControllerColour, EverySettingRecoloursAtOnceButNotWhenUnchanged) {
     if (change.what != std::string("background")) {
       EXPECT_EQ(f.refreshes[Panel::Colour] - panel, change.recolours ? 1 : 0) << change.what;
     } else {
-      EXPECT_EQ(f.view().legends()->textColor(), (colour::Rgba{1, 1, 1, 1}));  // light on black
+      EXPECT_EQ(f.view().legends()->textColor(), white);  // light on black
     }
   }
 }
