@@ -4,9 +4,6 @@
 // counts follow the network.
 #include <gtest/gtest.h>
 
-#include <QAction>
-#include <QMenu>
-#include <QMenuBar>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -90,16 +87,6 @@ class Window : public ::testing::Test {
   ui::NetworkViewWidget& widget() { return *window_->networkView(); }
   VXLNetworkView& view() { return widget().view(); }
 
-  // The menu action of this text.
-  QAction* viewMenuAction(const QString& text) {
-    for (QMenu* menu : window_->menuBar()->findChildren<QMenu*>()) {
-      for (QAction* action : menu->actions()) {
-        if (action->text().remove('&') == text) return action;
-      }
-    }
-    return nullptr;
-  }
-
   std::shared_ptr<QLONetwork> network_;
   QLOComplexNetwork::Ptr document_;
   std::unique_ptr<ui::DocumentWindow> window_;
@@ -129,7 +116,8 @@ TEST_F(Window, ShowsTheNetworkLaysItOutWhileOpenAndSpaceOrTheMenuPause) {
   EXPECT_GT(family, 0.6) << "the drawing is not in the vertex colours";
   EXPECT_NE(first, shot) << "the picture did not follow the layout";
 
-  QAction* menuItem = viewMenuAction(QStringLiteral("Start/Pause"));
+  QAction* menuItem =
+      uitest::findAction(uitest::findMenu(window_->menuBar(), "View"), "Start/Pause");
   ASSERT_TRUE(menuItem);
   EXPECT_EQ(menuItem->shortcut(), QKeySequence(Qt::Key_Space));
   QSignalSpy changes(&widget(), &ui::NetworkViewWidget::runningChanged);
