@@ -3,6 +3,7 @@
 // writing the bundle as the tables say, and Web Bundle... with its failure.
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -145,7 +146,7 @@ TEST_F(Export3DSheetTest, OKAsksForTheFolderAndWritesTheBundleAsTheTablesSay) {
 
 TEST_F(Export3DSheetTest, WebBundleWritesTheDefaultsOrSaysWhyNot) {
   QAction* action = exportAction(window_, QStringLiteral("Web Bundle\u2026"));
-  ASSERT_TRUE(action && action->isEnabled());
+  ASSERT_TRUE(action);
 
   const fs::path folder = kOutput / "defaults";
   fs::remove_all(folder);  // left by an earlier run: the dialog would open it

@@ -191,22 +191,20 @@ TEST_F(Panels, ViewSwitchesAndNumbersReachTheView) {
     const char* name;
     bool (V::*get)() const;
   };
-  const std::vector<Row> rows = {
-      {"showNodes", &V::showNodes},
-      {"showEdges", &V::showEdges},
-      {"blendLines", &V::blendLines},
-      {"edgesDepthTest", &V::edgesDepthTest},
-      {"verticesDepthTest", &V::verticesDepthTest},
-      {"simpleShapes", &V::simpleShapes},
-      {"shader", &V::shader},
-      {"limitNodes", &V::limitNodes},
-      {"limitEdges", &V::limitEdges},
-      {"showLegends", &V::showLegends},
-      {"blackBackground", &V::blackBackground},
-      {"generalInfo", &V::generalInfo},
-      {"vertexInfo", &V::vertexInfo},
-      {"drawCaps", &V::fDrawCaps},
-  };
+  const std::vector<Row> rows = {{"showNodes", &V::showNodes},
+                                 {"showEdges", &V::showEdges},
+                                 {"blendLines", &V::blendLines},
+                                 {"edgesDepthTest", &V::edgesDepthTest},
+                                 {"verticesDepthTest", &V::verticesDepthTest},
+                                 {"simpleShapes", &V::simpleShapes},
+                                 {"shader", &V::shader},
+                                 {"limitNodes", &V::limitNodes},
+                                 {"limitEdges", &V::limitEdges},
+                                 {"showLegends", &V::showLegends},
+                                 {"blackBackground", &V::blackBackground},
+                                 {"generalInfo", &V::generalInfo},
+                                 {"vertexInfo", &V::vertexInfo},
+                                 {"drawCaps", &V::fDrawCaps}};
   for (const Row& row : rows) {
     auto* box = child<QAbstractButton>(row.name);
     ASSERT_TRUE(box);
@@ -435,16 +433,12 @@ TEST_F(ColourPanelTest, ChangingTheMapOrFunctionRecoloursAtOnce) {
 }
 
 TEST_F(ColourPanelTest, PowerControlsAndWellsAreEnabledForTheirFunctionAndMaps) {
-  const std::vector<std::pair<const char*, int>> maps = {{"Jet", 0},
-                                                         {"Gray", 0},
-                                                         {"Hot", 0},
-                                                         {"Cubehelix", 0},
-                                                         {"Custom 2", 2},
-                                                         {"Custom 3", 3},
-                                                         {"Custom Cubehelix 2", 2},
-                                                         {"Custom Cubehelix 3", 3}};
-  for (const auto& [map, enabled] : maps) {
-    choose(child<QComboBox>("colorMapSelector"), map);
+  // "Custom N" maps enable their first N colour wells, the others none.
+  for (const char* map : {"Jet", "Gray", "Hot", "Cubehelix", "Custom 2", "Custom 3",
+                          "Custom Cubehelix 2", "Custom Cubehelix 3"}) {
+    const QString title = QString::fromUtf8(map);
+    const int enabled = title.startsWith("Custom") ? title.back().digitValue() : 0;
+    choose(child<QComboBox>("colorMapSelector"), title);
     for (int i = 0; i < 3; ++i) {
       const std::string name = "colorGradient" + std::to_string(i);
       EXPECT_EQ(child<QToolButton>(name.c_str())->isEnabled(), i < enabled) << map << i;

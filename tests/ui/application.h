@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFileDialog>
+#include <QImage>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -72,6 +73,17 @@ inline void chooseInFileDialog(QFileDialog* dialog, const QString& path) {
     dialog->selectFile(path);
   }
   static_cast<QDialog*>(dialog)->accept();
+}
+
+// How many pixels of `image` within `area` (all of it if empty) pass `test`.
+template <class Test>
+int countPixels(const QImage& image, Test test, QRect area = {}) {
+  if (area.isEmpty()) area = image.rect();
+  int n = 0;
+  for (int y = area.top(); y <= area.bottom(); ++y) {
+    for (int x = area.left(); x <= area.right(); ++x) n += test(image.pixel(x, y)) ? 1 : 0;
+  }
+  return n;
 }
 
 inline std::string contentsOf(const std::filesystem::path& file) {
