@@ -188,7 +188,9 @@ TEST_F(DocumentWindows, UnsavedChangesAreAskedAboutOnClose) {
       continue;
     }
     ASSERT_TRUE(processEventsUntil([&] { return guard.isNull(); }));
-    if (native) EXPECT_EQ(contentsOf(file) == before, c.answer == QMessageBox::Discard);
+    if (native) {
+      EXPECT_EQ(contentsOf(file) == before, c.answer == QMessageBox::Discard);
+    }
     if (c.answer == QMessageBox::Save) {
       const fs::path written = native ? file : savedAs;
       const auto back = QLONetwork::initWithContentsOfURL(written);
