@@ -24,11 +24,7 @@ bool bluish(QRgb p) {
 // Pixels passing `test` within [x0, x1) x [y0, y1), y from the top.
 template <class Test>
 int count(const QImage& image, Test test, int x0, int y0, int x1, int y1) {
-  int n = 0;
-  for (int y = y0; y < y1; ++y) {
-    for (int x = x0; x < x1; ++x) n += test(image.pixel(x, y));
-  }
-  return n;
+  return uitest::countPixels(image, test, QRect(QPoint(x0, y0), QPoint(x1 - 1, y1 - 1)));
 }
 
 TEST(ColourFrame, VerticesShowTheStoredColoursAndTheLegendSitsBottomLeft) {

@@ -3,26 +3,15 @@
 // save-changes question, the menus, the open panel and the failure alert.
 #include <gtest/gtest.h>
 
-#include <QAction>
 #include <QCheckBox>
 #include <QFileDialog>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QPointer>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QSplitter>
-#include <QStatusBar>
-#include <QTimer>
-#include <filesystem>
-#include <fstream>
-#include <functional>
-#include <sstream>
 
 #include "application.h"
-#include "ui/DocumentWindow.h"
 #include "ui/NetworkViewWidget.h"
 #include "ui/openpanel.h"
 
@@ -30,78 +19,19 @@ namespace {
 
 namespace fs = std::filesystem;
 using Display = QLODocumentController::Display;
-using uitest::documents;
-using uitest::processEventsUntil;
+using namespace uitest;
 
 const fs::path kData = fs::path(PLEXVIEW_TEST_DATA) / "documents";
 const fs::path kOutput = PLEXVIEW_TEST_OUTPUT;
 
-std::string contentsOf(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-// The visible top-level widget of this type and object name, or null.
-template <class T>
-T* visible(const QString& name) {
-  for (QWidget* widget : QApplication::topLevelWidgets()) {
-    auto* found = qobject_cast<T*>(widget);
-    if (found && found->isVisible() && found->objectName() == name) return found;
-  }
-  return nullptr;
-}
-
-// Runs `answer` on the dialog once it shows (from inside its own event loop
-// when it is run modally).
-template <class T>
-void whenShown(const QString& name, std::function<void(T*)> answer) {
-  auto* timer = new QTimer;
-  timer->setInterval(20);
-  QObject::connect(timer, &QTimer::timeout, [timer, name, answer] {
-    if (T* dialog = visible<T>(name)) {
-      timer->stop();
-      timer->deleteLater();
-      answer(dialog);
-    }
-  });
-  timer->start();
-}
-
-QAction* findAction(QMenu* menu, const QString& text) {
-  for (QAction* action : menu->actions()) {
-    if (action->text().remove('&') == text) return action;
-  }
-  return nullptr;
-}
-
-QMenu* findMenu(const QMenuBar* bar, const QString& title) {
-  for (QAction* action : bar->actions()) {
-    if (action->menu() && action->text().remove('&') == title) return action->menu();
-  }
-  return nullptr;
-}
-
 class DocumentWindows : public ::testing::Test {
  protected:
   void SetUp() override { documents(); }
-  // Every window closes without a question, whatever state it is in.
-  void TearDown() override {
-    for (const auto& document : std::vector(documents().documents())) {
-      document->updateChangeCount(QLOComplexNetwork::Change::Cleared);
-      if (auto* window = ui::DocumentWindow::windowFor(document.get())) {
-        window->document()->setAutosaveInterval(std::chrono::hours(1));
-        window->close();
-      }
-    }
-    processEventsUntil([] { return documents().documents().empty(); });
-  }
+  void TearDown() override { closeAllDocuments(); }
 
   // A new start-up window, shown and exposed.
   ui::DocumentWindow* startUpWindow() {
-    const auto document = documents().newDocument();
-    ui::DocumentWindow* window = ui::DocumentWindow::windowFor(document.get());
+    ui::DocumentWindow* window = ui::DocumentWindow::windowFor(documents().newDocument().get());
     EXPECT_TRUE(window && QTest::qWaitForWindowExposed(window));
     return window;
   }
@@ -123,7 +53,7 @@ TEST_F(DocumentWindows, APajekFileOpensIntoTheStartUpWindowWithItsNameAndPicture
   QLOComplexNetwork::Ptr opened;
   bool done = false;
   documents().openDocumentInBackground(kData / "two-parts.net", Display::Show,
-                                       [&](const QLOComplexNetwork::Ptr& document) {
+                                       [&](const auto& document) {
                                          opened = document;
                                          done = true;
                                        });
@@ -144,16 +74,8 @@ TEST_F(DocumentWindows, APajekFileOpensIntoTheStartUpWindowWithItsNameAndPicture
   ui::NetworkViewWidget& widget = *window->networkView();
   QTest::qWait(300);
   const QImage shot = widget.grabFramebuffer();
-  EXPECT_TRUE(shot.save(QStringLiteral(PLEXVIEW_TEST_OUTPUT "/document-window.png")));
-  // The whole window with its side panel, kept for the documentation.
-  EXPECT_TRUE(
-      window->grab().save(QStringLiteral(PLEXVIEW_TEST_OUTPUT "/document-window-full.png")));
-  const QRgb background = shot.pixel(0, 0);
-  int drawn = 0;
-  for (int y = 0; y < shot.height(); ++y) {
-    for (int x = 0; x < shot.width(); ++x) drawn += shot.pixel(x, y) != background;
-  }
-  EXPECT_GT(drawn, 100) << "the five vertices are not drawn";
+  EXPECT_GT(countPixels(shot, [&](QRgb p) { return p != shot.pixel(0, 0); }), 100)
+      << "the five vertices are not drawn";
 
   // The layout runs, so the document soon differs from the file: the
   // title's marker follows.
@@ -201,7 +123,7 @@ TEST_F(DocumentWindows, AWindowClosedWhileAFileIsReadIntoItDropsTheFile) {
   bool done = false;
   QLOComplexNetwork::Ptr result = window->document();
   documents().openDocumentInBackground(kData / "two-parts.net", Display::Show,
-                                       [&](const QLOComplexNetwork::Ptr& document) {
+                                       [&](const auto& document) {
                                          result = document;
                                          done = true;
                                        });
@@ -215,18 +137,17 @@ TEST_F(DocumentWindows, AWindowClosedWhileAFileIsReadIntoItDropsTheFile) {
 }
 
 TEST_F(DocumentWindows, UnsavedChangesAreAskedAboutOnClose) {
-  enum class Answer { Cancel, DontSave, Save };
   struct Case {
     const char* name;
     fs::path source;
-    Answer answer;
+    QMessageBox::StandardButton answer;
     bool closes;
   };
   const Case cases[] = {
-      {"cancel", kData / "two-parts.graphml", Answer::Cancel, false},
-      {"don't save", kData / "two-parts.graphml", Answer::DontSave, true},
-      {"save in place", kData / "two-parts.graphml", Answer::Save, true},
-      {"save untitled", kData / "two-parts.net", Answer::Save, true},
+      {"cancel", kData / "two-parts.graphml", QMessageBox::Cancel, false},
+      {"don't save", kData / "two-parts.graphml", QMessageBox::Discard, true},
+      {"save in place", kData / "two-parts.graphml", QMessageBox::Save, true},
+      {"save untitled", kData / "two-parts.net", QMessageBox::Save, true},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
@@ -246,9 +167,6 @@ TEST_F(DocumentWindows, UnsavedChangesAreAskedAboutOnClose) {
     QString question;
     whenShown<QMessageBox>(QStringLiteral("saveChangesQuestion"), [&](QMessageBox* box) {
       question = box->text();
-      const auto button = c.answer == Answer::Cancel     ? QMessageBox::Cancel
-                          : c.answer == Answer::DontSave ? QMessageBox::Discard
-                                                         : QMessageBox::Save;
       EXPECT_EQ(box->button(QMessageBox::Discard)->text(), QStringLiteral("Don't Save"));
       if (!native) {
         whenShown<QFileDialog>(QStringLiteral("savePanel"), [&](QFileDialog* panel) {
@@ -256,7 +174,7 @@ TEST_F(DocumentWindows, UnsavedChangesAreAskedAboutOnClose) {
           uitest::chooseInFileDialog(panel, QString::fromStdString(savedAs.string()));
         });
       }
-      box->button(button)->click();
+      box->button(c.answer)->click();
     });
     QPointer<ui::DocumentWindow> guard(window);
     EXPECT_EQ(window->close(), c.closes);
@@ -270,14 +188,11 @@ TEST_F(DocumentWindows, UnsavedChangesAreAskedAboutOnClose) {
       continue;
     }
     ASSERT_TRUE(processEventsUntil([&] { return guard.isNull(); }));
-    if (c.answer == Answer::DontSave) {
-      EXPECT_EQ(contentsOf(file), before);
+    if (native) {
+      EXPECT_EQ(contentsOf(file) == before, c.answer == QMessageBox::Discard);
     }
-    if (c.answer == Answer::Save) {
+    if (c.answer == QMessageBox::Save) {
       const fs::path written = native ? file : savedAs;
-      if (native) {
-        EXPECT_NE(contentsOf(file), before);
-      }
       const auto back = QLONetwork::initWithContentsOfURL(written);
       ASSERT_TRUE(back) << written;
       EXPECT_EQ(back->countVertices(), native ? 6u : 5u);
@@ -324,19 +239,16 @@ TEST_F(DocumentWindows, MenusHaveTheirShortcutsAndLaterItemsAreOff) {
     EXPECT_EQ(action->shortcuts(), item.shortcuts) << item.text;
     EXPECT_EQ(action->isEnabled(), item.enabled) << item.text;
   }
-  ASSERT_TRUE(findAction(file, QStringLiteral("Open Recent")));
-  EXPECT_TRUE(findAction(file, QStringLiteral("Open Recent"))->menu());
+  QAction* recent = findAction(file, QStringLiteral("Open Recent"));
+  EXPECT_TRUE(recent && recent->menu());
 
   // Exports: all present and built; the image sheet opens over the window.
   QAction* exportItem = findAction(file, QStringLiteral("Export"));
   ASSERT_TRUE(exportItem && exportItem->menu());
   QStringList texts;
-  const QStringList enabled{"Image\u2026",     "PDF/SVG/EPS/PS\u2026", "Web Bundle\u2026",
-                            "3D Export\u2026", "Pajek\u2026",          "Edge List\u2026"};
   for (QAction* action : exportItem->menu()->actions()) {
     texts << action->text();
-    EXPECT_EQ(action->isEnabled(), enabled.contains(action->text()))
-        << action->text().toStdString();
+    EXPECT_TRUE(action->isEnabled()) << action->text().toStdString();
   }
   EXPECT_EQ(texts, (QStringList{"Image\u2026", "PDF/SVG/EPS/PS\u2026", "Web Bundle\u2026",
                                 "3D Export\u2026", "Pajek\u2026", "Edge List\u2026"}));
@@ -382,15 +294,11 @@ TEST_F(DocumentWindows, PajekExportRunsItsDialogAndWritesOrExplains) {
       sheetLike = panel->windowModality() == Qt::WindowModal &&
                   panel->testOption(QFileDialog::DontUseNativeDialog) &&
                   !panel->testOption(QFileDialog::ReadOnly) && panel->parentWidget() == window;
-      // selectFile() leaves a focused name field as it is: type the path.
       name->setText(path);
-      const QStringList chosen = panel->selectedFiles();
-      EXPECT_EQ(chosen, QStringList{path});
-      if (chosen == QStringList{path}) {
-        static_cast<QDialog*>(panel)->accept();
-      } else {
-        panel->reject();  // never answer an overwrite question for another file
-      }
+      // Never answer an overwrite question for another file.
+      EXPECT_EQ(panel->selectedFiles(), QStringList{path});
+      panel->selectedFiles() == QStringList{path} ? static_cast<QDialog*>(panel)->accept()
+                                                  : panel->reject();
     });
   };
   answerWith(QString::fromStdString(written.string()));
@@ -405,15 +313,14 @@ TEST_F(DocumentWindows, PajekExportRunsItsDialogAndWritesOrExplains) {
   EXPECT_EQ(back->countVertices(), shown->countVertices());
   EXPECT_EQ(back->countEdges(), shown->countEdges());
 
-  // A name of the longest length a folder allows: the file is fine, but the
-  // temporary file written first cannot be made beside it. The failure is
-  // shown over the window.
+  // The longest name a folder allows: the temporary file written first
+  // cannot be made beside it, and the failure shows over the window.
   const QString longest = QString(251, QLatin1Char('x')) + QStringLiteral(".net");
   answerWith(QString::fromStdString(kOutput.string()) + QLatin1Char('/') + longest);
   pajek->trigger();
-  ASSERT_TRUE(processEventsUntil(
-      [] { return visible<QMessageBox>(QStringLiteral("fileAlert")) != nullptr; }));
-  QMessageBox* alert = visible<QMessageBox>(QStringLiteral("fileAlert"));
+  QMessageBox* alert = nullptr;
+  ASSERT_TRUE(
+      processEventsUntil([&] { return (alert = visible<QMessageBox>("fileAlert")) != nullptr; }));
   EXPECT_TRUE(alert->text().contains(QStringLiteral("could not be written")));
   EXPECT_TRUE(alert->informativeText().contains(longest));
   EXPECT_FALSE(fs::exists(kOutput / longest.toStdString()));

@@ -100,11 +100,8 @@ TEST_F(ExportSheetTest, ExportsAtTheChosenSizeOrTheFrameOnScreen) {
   EXPECT_EQ(own.tiles, 0);
   const QImage screen(QString::fromStdString(own.path.string()));
   ASSERT_EQ(screen.size(), widget().pixelSize());
-  int drawn = 0;
-  for (int y = 0; y < screen.height(); ++y) {
-    for (int x = 0; x < screen.width(); ++x) drawn += screen.pixel(x, y) != qRgb(255, 255, 255);
-  }
-  EXPECT_GT(drawn, 100);  // the network, not an empty buffer
+  EXPECT_GT(uitest::countPixels(screen, [](QRgb p) { return p != qRgb(255, 255, 255); }),
+            100);  // the network, not an empty buffer
 }
 
 }  // namespace

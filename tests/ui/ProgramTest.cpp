@@ -1,10 +1,13 @@
 // The plexview program before any window: its command line, which reader
-// opens a file, and `plexview --snapshot` run as a separate process.
+// opens a file, and `plexview --snapshot` and `plexview --render FILE -o OUT`
+// run as separate processes (pictures, colouring, progress and failures).
 #include <gtest/gtest.h>
 
+#include <QColor>
 #include <QFileInfo>
 #include <QImage>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -135,8 +138,17 @@ struct ProgramRun {
   QString out, err;
 };
 
-ProgramRun runProgram(const QStringList& arguments) {
+enum class Display { Inherited, None };
+
+ProgramRun runProgram(const QStringList& arguments, Display display = Display::Inherited) {
   QProcess process;
+  if (display == Display::None) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+      environment.remove(QLatin1String(name));
+    }
+    process.setProcessEnvironment(environment);
+  }
   process.start(QStringLiteral(PLEXVIEW_PROGRAM), arguments);
   ProgramRun run;
   if (!process.waitForFinished(120000)) return run;
@@ -152,6 +164,27 @@ QString outputFile(const char* name) {
   return QString::fromStdString(path.string());
 }
 
+// Two rings of twelve joined by one edge, told apart by the text property
+// "team" and by the number property "rank".
+QString groupsFile() {
+  const fs::path file = kOutput / "render-groups.graphml";
+  std::ofstream out(file);
+  out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+         "<graphml xmlns=\"http://graphml.graphdrawing.org/xmlns\">\n"
+         "<key id=\"team\" for=\"node\" attr.name=\"team\" attr.type=\"string\"/>\n"
+         "<key id=\"rank\" for=\"node\" attr.name=\"rank\" attr.type=\"double\"/>\n"
+         "<graph edgedefault=\"undirected\">\n";
+  for (int i = 0; i < 24; ++i) {
+    out << "<node id=\"n" << i << "\"><data key=\"team\">" << (i < 12 ? "north" : "south")
+        << "</data><data key=\"rank\">" << i << "</data></node>\n";
+  }
+  for (int i = 0; i < 24; ++i) {
+    out << "<edge source=\"n" << i << "\" target=\"n" << i / 12 * 12 + (i + 1) % 12 << "\"/>\n";
+  }
+  out << "<edge source=\"n0\" target=\"n12\"/>\n</graph>\n</graphml>\n";
+  return QString::fromStdString(file.string());
+}
+
 TEST(Snapshot, WritesOneFrameOfTheRequestedSize) {
   struct Case {
     QStringList extra;
@@ -163,48 +196,118 @@ TEST(Snapshot, WritesOneFrameOfTheRequestedSize) {
       {{"--steps", "3", "--size", "97x61"}, {97, 61}},  // odd sizes; a generated network
   };
   for (const Case& c : cases) {
+    SCOPED_TRACE(c.extra.join(' ').toStdString());
     const QString png = outputFile("snapshot-test.png");
     const ProgramRun run = runProgram(QStringList{"--snapshot", png} << c.extra);
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_TRUE(run.out.contains(png)) << run.out.toStdString();
     const QImage image(png);
-    ASSERT_FALSE(image.isNull()) << png.toStdString();
     EXPECT_EQ(image.size(), c.size);
-    // Something shaded is drawn on the background: a few five-vertex layouts
-    // cover little of the frame, so count samples off the background rather
-    // than demanding many distinct colours.
-    const QRgb background = image.pixel(0, 0);
+    // A small layout covers little of the frame: count samples off the
+    // background and a few shades rather than many colours.
     std::set<QRgb> colours;
     int drawn = 0;
     for (int y = 0; y < image.height(); y += 3) {
       for (int x = 0; x < image.width(); x += 3) {
         colours.insert(image.pixel(x, y));
-        if (image.pixel(x, y) != background) ++drawn;
+        drawn += image.pixel(x, y) != image.pixel(0, 0);
       }
     }
-    EXPECT_GE(drawn, 10) << c.extra.join(' ').toStdString();
-    EXPECT_GE(colours.size(), 4u) << c.extra.join(' ').toStdString();
+    EXPECT_GE(drawn, 10);
+    EXPECT_GE(colours.size(), 4u);
   }
 }
 
-TEST(Snapshot, FailuresExitNonZeroWithAMessageAndNoFile) {
+// The hues (in 30-degree buckets) of the clearly coloured pixels.
+std::set<int> hueBuckets(const QImage& image) {
+  std::set<int> buckets;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      const QColor colour = image.pixelColor(x, y);
+      if (colour.hsvSaturation() > 120 && colour.value() > 80) buckets.insert(colour.hsvHue() / 30);
+    }
+  }
+  return buckets;
+}
+
+// Without a property the picture is coloured by degree, as a window is; by
+// a property the groups (and the ranks' gradient) show several hues.
+TEST(RenderCommand, WritesThePictureOfTheRequestedSizeColouredByTheProperty) {
+  const QString network = groupsFile();
+  const std::pair<QStringList, std::size_t> cases[] = {
+      {{}, 1},
+      {{"--color-by", "team"}, 2},
+      {{"--color-by", "rank"}, 3},
+      {{"--color-by", "Node Degree"}, 2},
+  };
+  QImage byDegree;
+  for (const auto& [extra, minimumHues] : cases) {
+    SCOPED_TRACE(extra.join(' ').toStdString());
+    const QString png = outputFile("render-test.png");
+    const ProgramRun run = runProgram(
+        QStringList{"--render", network, "-o", png, "--size", "240x180", "--iterations", "60"}
+        << extra);
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.contains(png)) << run.out.toStdString();
+    EXPECT_TRUE(run.err.contains("laying out render-groups.graphml: 60 of 60 steps"))
+        << run.err.toStdString();
+    const QImage image(png);
+    EXPECT_EQ(image.size(), QSize(240, 180));
+    EXPECT_GE(hueBuckets(image).size(), minimumHues);
+    if (extra.isEmpty()) {
+      byDegree = image;
+    } else if (extra.last() != QStringLiteral("Node Degree")) {
+      EXPECT_NE(image, byDegree);
+    }
+  }
+}
+
+TEST(RenderCommand, VectorFormatsAndARunWithoutADisplay) {
+  const QString network = groupsFile();
+  for (const char* name : {"render-test.pdf", "render-test.svg"}) {
+    SCOPED_TRACE(name);
+    const QString file = outputFile(name);
+    const ProgramRun run = runProgram({"--render", network, "-o", file, "--iterations", "5"});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    QFile written(file);
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    const QByteArray head = written.read(256);
+    EXPECT_TRUE(head.startsWith("%PDF") || head.contains("<svg")) << head.toStdString();
+  }
+  // Without a display the program runs itself under a virtual one.
+  const QString png = outputFile("render-headless.png");
+  const ProgramRun run = runProgram(
+      {"--render", network, "-o", png, "--size", "64x48", "--iterations", "3"}, Display::None);
+  ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+  EXPECT_EQ(QImage(png).size(), QSize(64, 48));
+}
+
+TEST(Program, FailuresExitNonZeroWithAMessageAndNoFile) {
+  const QString network = groupsFile();
+  const QString png = outputFile("never-written.png");
+  const QString unwritable = QStringLiteral("/nonexistent-folder/out.png");
   struct Case {
     QStringList args;
     int exitCode;
     QString errorMentions;
   };
-  const QString png = outputFile("never-written.png");
-  const QString unwritable = QStringLiteral("/nonexistent-folder/out.png");
   const Case cases[] = {
       {{"--snapshot", png, "/nonexistent-folder/missing.net"}, 1, "missing.net"},
       {{"--snapshot", png, "--frobnicate"}, 2, "--frobnicate"},
       {{"--snapshot", unwritable, "--steps", "0", "--size", "8x8"}, 1, unwritable},
+      {{"--render", "/nonexistent-folder/missing.net", "-o", png}, 1, "missing.net"},
+      {{"--render", network, "-o", png, "--frobnicate"}, 2, "--frobnicate"},
+      {{"--render", network}, 2, "-o"},
+      {{"--render", network, "-o", png, "--size", "0x9"}, 2, "0x9"},
+      {{"--render", network, "-o", png, "--color-by", "height"}, 1, "Node Degree, "},
+      {{"--render", network, "-o", unwritable, "--iterations", "0"}, 1, unwritable},
   };
   for (const Case& c : cases) {
+    SCOPED_TRACE(c.args.join(' ').toStdString());
     const ProgramRun run = runProgram(c.args);
-    EXPECT_EQ(run.exitCode, c.exitCode) << c.args.join(' ').toStdString();
+    EXPECT_EQ(run.exitCode, c.exitCode) << run.err.toStdString();
     EXPECT_TRUE(run.err.contains(c.errorMentions)) << run.err.toStdString();
-    EXPECT_FALSE(QFileInfo::exists(png)) << c.args.join(' ').toStdString();
+    EXPECT_FALSE(QFileInfo::exists(png));
   }
 }
 

@@ -1,28 +1,20 @@
 // The script console with a stand-in interpreter and file panel: what
-// reaches the interpreter and the result area, the file panels' starting
-// folder and proposed name, the files read and written under the bare name
-// in the working folder, the path control and revealing, and the Window
-// menu's item.
+// reaches the interpreter, the file panels' starting folder and proposed
+// name, files read and written under the bare name in the working folder,
+// the path control and the Window menu's item.
 #include <gtest/gtest.h>
 
-#include <QAction>
 #include <QDesktopServices>
 #include <QDir>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QToolButton>
 #include <QUrl>
 #include <deque>
-#include <fstream>
 #include <memory>
-#include <sstream>
 
 #include "application.h"
-#include "ui/DocumentWindow.h"
 #include "ui/PathControl.h"
 #include "ui/ScriptConsoleWindow.h"
 
@@ -30,13 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using Panel = VXLPythonController::PanelKind;
-
-std::string contentsOf(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
+using uitest::contentsOf;
 
 void writeFile(const fs::path& file, const std::string& text) {
   std::ofstream(file, std::ios::binary) << text;
@@ -104,7 +90,7 @@ class ScriptConsole : public ::testing::Test {
   std::deque<std::pair<int, QString>> answers_;
 };
 
-TEST_F(ScriptConsole, ExecuteSendsTheWholeScriptAndShowsWhatItPrinted) {
+TEST_F(ScriptConsole, TheScriptTheLineAndTheButtonsReachTheInterpreter) {
   controller().textScript->setPlainText(QStringLiteral("x = 1\nprint(x)\n"));
   controller().execute();
   controller().textScript->clear();
@@ -114,36 +100,30 @@ TEST_F(ScriptConsole, ExecuteSendsTheWholeScriptAndShowsWhatItPrinted) {
   EXPECT_EQ(controller().resultText->toPlainText(),
             QStringLiteral("ran 15 characters\nran 0 characters\n"));
 
-  controller().reset();
-  EXPECT_EQ(resets_, 1);
-
   // The evaluation field: Return sends its line and empties it.
   controller().textEvaluate->setText(QStringLiteral("1 + 2"));
   QTest::keyClick(controller().textEvaluate, Qt::Key_Return);
   EXPECT_EQ(evaluated_, std::vector<std::string>{"1 + 2"});
   EXPECT_TRUE(controller().textEvaluate->text().isEmpty());
   EXPECT_TRUE(controller().resultText->toPlainText().endsWith(QStringLiteral(">>> 1 + 2\n")));
-}
 
-TEST_F(ScriptConsole, CtrlReturnAndTheButtonsReachTheController) {
+  // Ctrl+Return runs without typing a line; the buttons run and reset.
   console_->show();
   console_->activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(console_.get()));
   controller().textScript->setPlainText(QStringLiteral("pass"));
   controller().textScript->setFocus();
   QTest::keyClick(controller().textScript, Qt::Key_Return, Qt::ControlModifier);
-  EXPECT_EQ(ran_, std::vector<std::string>{"pass"});
-  EXPECT_EQ(editorText(), QStringLiteral("pass")) << "Ctrl+Return runs; it types no line";
-
+  EXPECT_EQ(ran_.back(), "pass");
+  EXPECT_EQ(editorText(), QStringLiteral("pass"));
   console_->findChild<QPushButton*>(QStringLiteral("execute"))->click();
   console_->findChild<QPushButton*>(QStringLiteral("reset"))->click();
-  EXPECT_EQ(ran_.size(), 2u);
+  EXPECT_EQ(ran_.size(), 4u);
   EXPECT_EQ(resets_, 1);
 
   // The script editor asks for the "Monaco" face in a fixed pitch.
-  const QFont font = controller().textScript->font();
-  EXPECT_EQ(font.family(), QStringLiteral("Monaco"));
-  EXPECT_TRUE(font.fixedPitch());
+  EXPECT_EQ(controller().textScript->font().family(), QStringLiteral("Monaco"));
+  EXPECT_TRUE(controller().textScript->font().fixedPitch());
 }
 
 TEST_F(ScriptConsole, OpeningReadsTheBareNameInTheWorkingFolder) {
@@ -161,8 +141,7 @@ TEST_F(ScriptConsole, OpeningReadsTheBareNameInTheWorkingFolder) {
   EXPECT_EQ(editorText(), QStringLiteral("print('working folder')\n"));
   EXPECT_EQ(controller().currentFile(), std::optional<std::string>("job.py"));
   EXPECT_EQ(controller().currentFolder(), std::optional<std::string>(""));
-  const QString shown = QDir(work_.path()).filePath(QStringLiteral("job.py"));
-  EXPECT_EQ(controller().pathControl->path(), shown);
+  EXPECT_EQ(controller().pathControl->path(), QDir(work_.path()).filePath("job.py"));
 
   // The next panel starts in the (now empty) current folder, proposing the file.
   answer(0, inOther("job.py"));
@@ -171,17 +150,16 @@ TEST_F(ScriptConsole, OpeningReadsTheBareNameInTheWorkingFolder) {
   EXPECT_EQ(requests_[1].startFolder, QString());
   EXPECT_EQ(requests_[1].proposedFile, QStringLiteral("job.py"));
   EXPECT_EQ(editorText(), QStringLiteral("print('working folder')\n")) << "cancel changes nothing";
-}
 
-TEST_F(ScriptConsole, AFileMissingFromTheWorkingFolderLeavesTheEditorAsItWas) {
+  // A file missing from the working folder leaves the editor as it was; a
+  // folder under ~ starts the panel in the home folder.
   writeFile(inOther("elsewhere.py"), "print('chosen')\n");
-  controller().textScript->setPlainText(QStringLiteral("kept = True"));
   controller().setCurrentFolder(std::string("~/scripts"));
   answer(VXLPythonController::kOK, inOther("elsewhere.py"));
   controller().openFile();
-  ASSERT_EQ(requests_.size(), 1u);
-  EXPECT_EQ(requests_[0].startFolder, QDir::homePath() + QStringLiteral("/scripts"));
-  EXPECT_EQ(editorText(), QStringLiteral("kept = True"));
+  ASSERT_EQ(requests_.size(), 3u);
+  EXPECT_EQ(requests_[2].startFolder, QDir::homePath() + QStringLiteral("/scripts"));
+  EXPECT_EQ(editorText(), QStringLiteral("print('working folder')\n"));
   EXPECT_EQ(controller().currentFile(), std::optional<std::string>("elsewhere.py"));
 }
 
@@ -234,22 +212,13 @@ TEST_F(ScriptConsole, PathComponentsRevealTheirFolder) {
   EXPECT_EQ(path->clickedPath(), QStringLiteral("/"));
 }
 
-QAction* consoleItem(ui::DocumentWindow& window) {
-  for (QAction* menu : window.menuBar()->actions()) {
-    if (!menu->menu()) continue;
-    for (QAction* action : menu->menu()->actions()) {
-      if (action->text() == QStringLiteral("Script Console")) return action;
-    }
-  }
-  return nullptr;
-}
-
 TEST_F(ScriptConsole, TheWindowMenuShowsTheProgramsConsole) {
   ASSERT_EQ(ui::ScriptConsoleWindow::shared(), console_.get());
   const auto document = uitest::documents().newDocument();
   ui::DocumentWindow* window = ui::DocumentWindow::windowFor(document.get());
   ASSERT_TRUE(window);
-  QAction* item = consoleItem(*window);
+  QAction* item =
+      uitest::findAction(uitest::findMenu(window->menuBar(), "Window"), "Script Console");
   ASSERT_TRUE(item);
   EXPECT_TRUE(item->isEnabled());
   EXPECT_FALSE(console_->isVisible());

@@ -1,18 +1,28 @@
 #pragma once
 // What the window tests share: one QApplication and one document controller
-// (with the real windows, panels and alerts) for the whole program, and a
-// wait that processes events until a condition holds.
+// (with the real windows, panels and alerts) for the whole program, waits on
+// events and dialogs, menu look-ups and file contents.
 #include <QApplication>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFileDialog>
+#include <QImage>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTest>
+#include <QTimer>
 #include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <sstream>
+#include <string>
 
 #include "app/QLODocumentController.h"
+#include "ui/DocumentWindow.h"
 #include "ui/documentui.h"
 
 namespace uitest {
@@ -63,6 +73,78 @@ inline void chooseInFileDialog(QFileDialog* dialog, const QString& path) {
     dialog->selectFile(path);
   }
   static_cast<QDialog*>(dialog)->accept();
+}
+
+// How many pixels of `image` within `area` (all of it if empty) pass `test`.
+template <class Test>
+int countPixels(const QImage& image, Test test, QRect area = {}) {
+  if (area.isEmpty()) area = image.rect();
+  int n = 0;
+  for (int y = area.top(); y <= area.bottom(); ++y) {
+    for (int x = area.left(); x <= area.right(); ++x) n += test(image.pixel(x, y)) ? 1 : 0;
+  }
+  return n;
+}
+
+inline std::string contentsOf(const std::filesystem::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+// The visible top-level widget of this type and object name, or null.
+template <class T>
+T* visible(const QString& name) {
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    auto* found = qobject_cast<T*>(widget);
+    if (found && found->isVisible() && found->objectName() == name) return found;
+  }
+  return nullptr;
+}
+
+// Runs `answer` on the dialog once it shows (from inside its own event loop
+// when it runs modally).
+template <class T>
+void whenShown(const QString& name, std::function<void(T*)> answer) {
+  auto* timer = new QTimer;
+  timer->setInterval(20);
+  QObject::connect(timer, &QTimer::timeout, [timer, name, answer] {
+    if (T* dialog = visible<T>(name)) {
+      timer->stop();
+      timer->deleteLater();
+      answer(dialog);
+    }
+  });
+  timer->start();
+}
+
+// The item of this text (without its '&') in `menu`, or null.
+inline QAction* findAction(const QMenu* menu, const QString& text) {
+  for (QAction* action : menu->actions()) {
+    if (action->text().remove('&') == text) return action;
+  }
+  return nullptr;
+}
+
+// The menu of this title in `bar`, or null.
+inline QMenu* findMenu(const QMenuBar* bar, const QString& title) {
+  for (QAction* action : bar->actions()) {
+    if (action->menu() && action->text().remove('&') == title) return action->menu();
+  }
+  return nullptr;
+}
+
+// Closes every document window without a question, whatever its state.
+inline void closeAllDocuments() {
+  for (const auto& document : std::vector(documents().documents())) {
+    document->updateChangeCount(QLOComplexNetwork::Change::Cleared);
+    if (auto* window = ui::DocumentWindow::windowFor(document.get())) {
+      window->document()->setAutosaveInterval(std::chrono::hours(1));
+      window->close();
+    }
+  }
+  processEventsUntil([] { return documents().documents().empty(); });
 }
 
 }  // namespace uitest
