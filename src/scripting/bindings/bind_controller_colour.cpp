@@ -9,6 +9,7 @@
 
 #include <string>
 
+#include "bindings/colour_conversion.h"
 #include "bindings/property_conversion.h"
 #include "colour/hexcolour.h"
 
@@ -22,25 +23,7 @@ using Controller = py::class_<VXLController, std::shared_ptr<VXLController>>;
 
 // "#rrggbb" text, or (r, g, b[, a]) numbers in 0..1.
 colour::Rgba colourFrom(const py::handle& value) {
-  if (py::isinstance<py::str>(value)) {
-    return colour::colorFromHexadecimalValue(value.cast<std::string>());
-  }
-  const auto fail = [&value] {
-    return py::value_error("a colour is \"#rrggbb\" or (r, g, b[, a]) with numbers in 0..1, not " +
-                           py::repr(value).cast<std::string>());
-  };
-  if (!py::isinstance<py::sequence>(value)) throw fail();
-  const auto items = py::reinterpret_borrow<py::sequence>(value);
-  if (items.size() != 3 && items.size() != 4) throw fail();
-  float c[4] = {0, 0, 0, 1};
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    try {
-      c[i] = items[i].cast<float>();
-    } catch (const py::cast_error&) {
-      throw fail();
-    }
-  }
-  return {c[0], c[1], c[2], c[3]};
+  return rgbaFromPython(value, HexText::Accepted);
 }
 
 void customColour(Controller& cls, const char* name, const char* setter,

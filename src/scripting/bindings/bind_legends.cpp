@@ -7,6 +7,7 @@
 
 #include "bindings/bind_parts.h"
 #include "bindings/bind_view_scene.h"
+#include "bindings/colour_conversion.h"
 #include "render/VXLLegends.h"
 #include "render/VXLNetworkView.h"
 
@@ -19,22 +20,7 @@ using LegendClass = py::class_<VXLLegends, std::shared_ptr<VXLLegends>>;
 using SizeTuple = std::tuple<double, double>;
 
 colour::Rgba toRgba(const py::handle& value) {
-  const auto fail = [&value] {
-    return py::value_error("a colour is (r, g, b) or (r, g, b, a) with numbers in 0..1, not " +
-                           py::repr(value).cast<std::string>());
-  };
-  if (!py::isinstance<py::sequence>(value) || py::isinstance<py::str>(value)) throw fail();
-  const auto items = py::reinterpret_borrow<py::sequence>(value);
-  if (items.size() != 3 && items.size() != 4) throw fail();
-  float c[4] = {0, 0, 0, 1};
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    try {
-      c[i] = items[i].cast<float>();
-    } catch (const py::cast_error&) {
-      throw fail();
-    }
-  }
-  return {c[0], c[1], c[2], c[3]};
+  return rgbaFromPython(value, HexText::Refused);
 }
 
 std::vector<colour::Rgba> toRgbas(const py::iterable& values) {
