@@ -41,14 +41,21 @@ HeadlessContext makeHeadlessContext() {
 
 }  // namespace
 
-QSurfaceFormat exportSurfaceFormat() {
+QSurfaceFormat compatibilitySurfaceFormat(int samples) {
   QSurfaceFormat format;
   format.setRenderableType(QSurfaceFormat::OpenGL);
+  // 2.1 asks for a legacy context; drivers answer with their highest
+  // compatibility version (Mesa: 4.5 compatibility).
   format.setVersion(2, 1);
   format.setProfile(QSurfaceFormat::CompatibilityProfile);
   format.setDepthBufferSize(24);
+  format.setSamples(samples);
+  return format;
+}
+
+QSurfaceFormat exportSurfaceFormat() {
+  QSurfaceFormat format = compatibilitySurfaceFormat(kSamples);
   format.setAlphaBufferSize(8);
-  format.setSamples(kSamples);
   return format;
 }
 

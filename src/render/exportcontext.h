@@ -66,7 +66,11 @@ class OffscreenContext {
   std::unique_ptr<QOffscreenSurface> surface_;
 };
 
-// The format of the export's context and framebuffers.
+// The GL surface the view draws into: a compatibility profile (it draws
+// with the fixed-function pipeline and display lists), a 24-bit depth buffer
+// and `samples` samples.
+QSurfaceFormat compatibilitySurfaceFormat(int samples);
+// The format of the export's context and framebuffers: the same with alpha.
 QSurfaceFormat exportSurfaceFormat();
 
 // The largest side of a framebuffer this context can draw into in one go:
