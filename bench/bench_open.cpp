@@ -89,7 +89,7 @@ void BM_OpenToFirstFrame(benchmark::State& state) {
     double openingGap = 0;
     bool openingOver = false;
     const auto connection = QObject::connect(&widget, &QOpenGLWidget::frameSwapped, [&] {
-      const auto shown = widget.view().network();
+      const auto shown = widget.view().presentedNetwork();
       if (!painted && shown && shown->countEdges() == edges) {
         painted = true;
         paintedAt = static_cast<double>(clock.nsecsElapsed()) * 1e-9;

@@ -3,6 +3,7 @@
 #include "render/VXLNetworkView.h"
 
 #include "layout/placement.h"
+#include "render/viewframe.h"
 
 VXLNetworkView::VXLNetworkView() = default;
 

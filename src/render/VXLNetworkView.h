@@ -293,6 +293,20 @@ class VXLNetworkView {
   void drawRect(int width, int height);
   // The vertex and edge passes (also used by picking and the exports).
   void drawCommands();
+  // A window's frame, drawn so that a slow scene never holds the window up:
+  // the scene goes off screen in pieces of about `budget` per call, the last
+  // complete frame is shown in the framebuffer bound on entry, and the
+  // overlays over it are always current. A quick scene is drawn and shown in
+  // one call. Falls back to drawRect when no off-screen framebuffer can be had.
+  void presentFrame(int width, int height,
+                    std::chrono::milliseconds budget = std::chrono::milliseconds(25));
+  // Whether a frame is being drawn in pieces (the next call goes on with it).
+  bool framePending() const;
+  // The network of the frame presentFrame shows (null before the first).
+  std::shared_ptr<QLONetwork> presentedNetwork() const;
+  // Deletes presentFrame's framebuffers: the context that made them is about
+  // to be destroyed (and current) or is gone.
+  void releasePresentation();
   // Set while the scene is drawn for picking: vertices load their index as
   // their name instead of a colour, and no edges are drawn.
   bool selectionMode() const { return selectionMode_; }
@@ -472,6 +486,13 @@ class VXLNetworkView {
  private:
   static constexpr auto kRelaxed = std::memory_order_relaxed;
   struct Frame;
+  // A frame's own copies of positions and colours (the layout thread keeps
+  // writing the originals).
+  struct FrameCopies {
+    std::vector<float> positions, colours;
+  };
+  struct VertexCursor;
+  struct Presenter;
   enum class BatchStart { MarkIterating, AlreadyMarked };
 
   void runBatch(std::uint64_t steps, BatchStart start);
@@ -556,7 +577,9 @@ class VXLNetworkView {
   } gl_;
   bool selectionMode_ = false;
   // Per-frame copies of positions and colours, reused between frames.
-  std::vector<float> framePositions_, frameColours_;
+  FrameCopies frameCopies_;
+  // The window's frames drawn piece by piece (presentFrame); made on first use.
+  std::unique_ptr<Presenter> presenter_;
 
   // Selection, picking and interaction state (under lock_).
   std::shared_ptr<VXLSelectionHandler> selectionHandler_;
@@ -587,11 +610,16 @@ class VXLNetworkView {
   void startPanOrDolly(Drag drag, double x, double y);
   void clickedVertex(std::uint64_t picked);
 
-  Frame takeFrame();
+  Frame takeFrame(FrameCopies& copies);
   void resizeGL(int width, int height);
   void makeShapeLists();
-  void drawVertexPass(const Frame& frame);
-  void drawEdgePass(const Frame& frame);
+  // Vertices from cursor.next up to `end`, then edges [begin, end), in the
+  // matrices and framebuffer current on entry.
+  void drawVertexPass(const Frame& frame, VertexCursor& cursor, std::uint64_t end);
+  void drawEdgePass(const Frame& frame, std::uint64_t begin, std::uint64_t end);
+  void startPresentedFrame(int width, int height);
+  bool drawPresentedPieces(std::chrono::steady_clock::time_point deadline);
+  void finishPresentedFrame();
   void createBlendingProgram();
   void makeBlendingTextures(int width, int height);
   void blendFrame();

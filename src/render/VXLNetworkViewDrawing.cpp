@@ -12,51 +12,9 @@
 #include "render/VXLNetworkView.h"
 #include "render/scenecolours.h"
 #include "render/vectorexport.h"
+#include "render/viewframe.h"
 
 using scene::Background;
-
-// What one frame draws, taken once under the view's lock so a layout batch or
-// a setter on another thread cannot change it halfway through the passes.
-struct VXLNetworkView::Frame {
-  std::uint64_t verticesCount = 0;
-  std::uint64_t edgesCount = 0;
-  const std::uint64_t* from = nullptr;
-  const std::uint64_t* to = nullptr;
-  const float* weights = nullptr;  // null: the network is not edge-weighted
-  const float* x = nullptr;
-  const float* y = nullptr;
-  const float* z = nullptr;
-  const float* r = nullptr;  // null: no per-vertex colours this frame
-  const float* g = nullptr;
-  const float* b = nullptr;
-  const std::uint8_t* selected = nullptr;  // one byte per vertex
-  const std::uint8_t* hidden = nullptr;    // null: nothing hidden
-  const float* filter = nullptr;           // null: no filter values
-  float minFilter = 0;
-  float maxFilter = 0;
-  float scale = 1;
-  Background background = Background::White;
-  bool selecting = false;
-
-  // Owners of the arrays above.
-  std::shared_ptr<QLONetwork> network;
-  FloatsPtr weightsOwner;
-  FloatsPtr filterOwner;
-  std::shared_ptr<QLONumberArray> selectedOwner;
-  std::shared_ptr<QLONumberArray> hiddenOwner;
-
-  // A NaN filter value is never within the range.
-  bool withinFilter(std::uint64_t v) const {
-    return minFilter <= filter[v] && filter[v] <= maxFilter;
-  }
-  std::optional<scene::Rgb> colour(std::uint64_t v) const {
-    if (!r) return std::nullopt;
-    return scene::Rgb{r[v], g[v], b[v]};
-  }
-  scene::Colouring colouring() const {
-    return r ? scene::Colouring::PerVertex : scene::Colouring::Fixed;
-  }
-};
 
 namespace {
 
@@ -226,10 +184,20 @@ void VXLNetworkView::drawRect(int width, int height) {
   reportGlError();
 }
 
-VXLNetworkView::Frame VXLNetworkView::takeFrame() {
+VXLNetworkView::Frame VXLNetworkView::takeFrame(FrameCopies& copies) {
   Frame frame;
   frame.selecting = selectionMode_;
   frame.scale = scale();
+  frame.showNodes = showNodes();
+  frame.showEdges = showEdges();
+  frame.simpleShapes = simpleShapes();
+  frame.limitNodes = limitNodes();
+  frame.limitEdges = limitEdges();
+  frame.verticesDepthTest = verticesDepthTest();
+  frame.edgesDepthTest = edgesDepthTest();
+  frame.blendLines = blendLines();
+  frame.lineWidth = lineWidth();
+  frame.edgesIntensity = edgesIntensity();
   frame.background = blackBackground() ? Background::Black : Background::White;
   frame.minFilter = minFilterProperty();
   frame.maxFilter = maxFilterProperty();
@@ -256,18 +224,18 @@ VXLNetworkView::Frame VXLNetworkView::takeFrame() {
   frame.selected = selectedVertices_->data<std::uint8_t>();
 
   // The layout thread writes the positions as relaxed atomics: copy them.
-  framePositions_.resize(3 * V);
-  positions_->copyPlanesTo(framePositions_.data(), framePositions_.data() + V,
-                           framePositions_.data() + 2 * V);
-  frame.x = framePositions_.data();
+  std::vector<float>& xyz = copies.positions;
+  xyz.resize(3 * V);
+  positions_->copyPlanesTo(xyz.data(), xyz.data() + V, xyz.data() + 2 * V);
+  frame.x = xyz.data();
   frame.y = frame.x + V;
   frame.z = frame.y + V;
   if (!frame.selecting && colors_ && colors_->count() >= V) {
     const std::uint64_t n = colors_->count();
-    frameColours_.resize(3 * n);
-    colors_->copyPlanesTo(frameColours_.data(), frameColours_.data() + n,
-                          frameColours_.data() + 2 * n);
-    frame.r = frameColours_.data();
+    std::vector<float>& rgb = copies.colours;
+    rgb.resize(3 * n);
+    colors_->copyPlanesTo(rgb.data(), rgb.data() + n, rgb.data() + 2 * n);
+    frame.r = rgb.data();
     frame.g = frame.r + n;
     frame.b = frame.g + n;
   }
@@ -285,12 +253,15 @@ VXLNetworkView::Frame VXLNetworkView::takeFrame() {
 void VXLNetworkView::drawCommands() {
   std::lock_guard context(contextLock_);
   if (!selectionMode_) prepareFrame();
-  const Frame frame = takeFrame();
+  const Frame frame = takeFrame(frameCopies_);
   if (!frame.selecting) glEnable(GL_BLEND);
 
   glPushMatrix();
-  if (showNodes()) drawVertexPass(frame);
-  if (showEdges() && !frame.selecting) drawEdgePass(frame);
+  if (frame.showNodes) {
+    VertexCursor cursor;
+    drawVertexPass(frame, cursor, frame.verticesCount);
+  }
+  if (frame.showEdges && !frame.selecting) drawEdgePass(frame, 0, frame.edgesCount);
   glEnable(GL_DEPTH_TEST);
   if (!frame.selecting) {
     glDisable(GL_LIGHTING);
@@ -299,25 +270,26 @@ void VXLNetworkView::drawCommands() {
   glPopMatrix();
 }
 
-void VXLNetworkView::drawVertexPass(const Frame& frame) {
+void VXLNetworkView::drawVertexPass(const Frame& frame, VertexCursor& cursor, std::uint64_t end) {
   if (!frame.selecting) {
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glEnable(GL_LIGHTING);
     glEnable(GL_LIGHT0);
   }
-  glDepthMask(verticesDepthTest() ? GL_TRUE : GL_FALSE);
-  const bool cubes = simpleShapes();
+  glDepthMask(frame.verticesDepthTest ? GL_TRUE : GL_FALSE);
+  const bool cubes = frame.simpleShapes;
   const GLuint shape = cubes ? gl_.listCube : gl_.listSphere;
   const GLuint shell = cubes ? gl_.listCubeHD : gl_.listSphereHD;
   const scene::Rgb highlight = scene::selectionHighlight(frame.colouring(), frame.background);
-  const bool limit = limitNodes() && frame.filter;
+  const bool limit = frame.limitNodes && frame.filter;
   const float s = frame.scale;
 
   // One pushed matrix for all vertices: each translation is relative to the
   // previous drawn vertex, instead of a push and pop per vertex.
   glPushMatrix();
-  float px = 0, py = 0, pz = 0;
-  for (std::uint64_t i = 0; i < frame.verticesCount; ++i) {
+  if (cursor.matrix) glLoadMatrixd(cursor.matrix->data());
+  float px = cursor.px, py = cursor.py, pz = cursor.pz;
+  for (std::uint64_t i = cursor.next; i < end; ++i) {
     if (limit && !frame.withinFilter(i)) continue;
     if (frame.hidden && frame.hidden[i]) continue;
     glTranslatef((frame.x[i] - px) * s, (frame.y[i] - py) * s, (frame.z[i] - pz) * s);
@@ -343,27 +315,35 @@ void VXLNetworkView::drawVertexPass(const Frame& frame) {
     }
     glCallList(shell);
   }
+  if (end < frame.verticesCount) {
+    cursor.matrix.emplace();
+    glGetDoublev(GL_MODELVIEW_MATRIX, cursor.matrix->data());
+  }
+  cursor.next = end;
+  cursor.px = px;
+  cursor.py = py;
+  cursor.pz = pz;
   glPopMatrix();
 }
 
-void VXLNetworkView::drawEdgePass(const Frame& frame) {
+void VXLNetworkView::drawEdgePass(const Frame& frame, std::uint64_t begin, std::uint64_t end) {
   glPushMatrix();
   const scene::Rgb base = scene::kEdgePassColour;
   glColor3f(base.r, base.g, base.b);
   glDisable(GL_LIGHTING);
   glDisable(GL_LIGHT0);
-  glDepthMask(edgesDepthTest() ? GL_TRUE : GL_FALSE);
+  glDepthMask(frame.edgesDepthTest ? GL_TRUE : GL_FALSE);
   glEnable(GL_BLEND);
-  const auto blending = blendLines() ? scene::LineBlending::On : scene::LineBlending::Off;
+  const auto blending = frame.blendLines ? scene::LineBlending::On : scene::LineBlending::Off;
   // GL's feedback carries neither blending nor line widths: a vector export
   // being recorded gets them as markers.
   if (blending == scene::LineBlending::On) vector_export::beginBlendMarker();
   setEdgeBlend(scene::edgeBlend(blending, frame.background));
-  glLineWidth(lineWidth());
-  vector_export::lineWidthMarker(lineWidth());
+  glLineWidth(frame.lineWidth);
+  vector_export::lineWidthMarker(frame.lineWidth);
 
-  const float intensity = edgesIntensity();
-  const bool limit = limitEdges() && frame.filter;
+  const float intensity = frame.edgesIntensity;
+  const bool limit = frame.limitEdges && frame.filter;
   const float s = frame.scale;
   auto endpoint = [&](std::uint64_t v) {
     const auto selection =
@@ -374,7 +354,7 @@ void VXLNetworkView::drawEdgePass(const Frame& frame) {
   };
 
   glBegin(GL_LINES);
-  for (std::uint64_t k = 0; k < frame.edgesCount; ++k) {
+  for (std::uint64_t k = begin; k < end; ++k) {
     if (frame.weights && 0.0f >= frame.weights[k]) continue;
     const std::uint64_t t = frame.to[k];
     const std::uint64_t f = frame.from[k];

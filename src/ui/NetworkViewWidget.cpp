@@ -4,6 +4,7 @@
 #include <QEnterEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QOpenGLContext>
 #include <QWheelEvent>
 #include <chrono>
 
@@ -55,6 +56,12 @@ NetworkViewWidget::~NetworkViewWidget() {
   // (Its GL objects die with the context; its last owner stops the layout.)
   view_->setPicker(nullptr);
   view_->setContextHost({});
+  disconnect(contextEnds_);
+  if (context()) {
+    makeCurrent();
+    view_->releasePresentation();
+    doneCurrent();
+  }
 }
 
 QSize NetworkViewWidget::pixelSize() const {
@@ -84,16 +91,25 @@ void NetworkViewWidget::showRunning() {
 
 void NetworkViewWidget::initializeGL() {
   view_->initCommands();
+  // The context goes when the widget moves to another window: the view's
+  // framebuffers go with it (a new context calls initializeGL again).
+  disconnect(contextEnds_);
+  contextEnds_ = connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] {
+    makeCurrent();
+    view_->releasePresentation();
+    doneCurrent();
+  });
   // A window shows the text overlays (message, vertex details, camera when
   // asked for); off-screen snapshots show the scene alone.
   view_->setFInfo(true);
 }
 
 void NetworkViewWidget::paintGL() {
-  // Qt has bound the widget's framebuffer; the view draws into whatever is
-  // bound and never binds one of its own.
+  // Qt has bound the widget's framebuffer; the view shows its frame there.
+  // A frame still in the making goes on at the next paint, which the tick
+  // asks for.
   const QSize pixels = pixelSize();
-  view_->drawRect(pixels.width(), pixels.height());
+  view_->presentFrame(pixels.width(), pixels.height());
 }
 
 void NetworkViewWidget::tick() {

@@ -1,6 +1,8 @@
 #pragma once
 // The window's host of the network view: a QOpenGLWidget that asks for the
-// view's GL format, draws the view in paintGL, runs the 60 Hz tick and turns
+// view's GL format, presents the view's frames in paintGL (a slow frame is
+// drawn over several paints while the window keeps answering), runs the
+// 60 Hz tick and turns
 // Qt's mouse, wheel and key events into the view's calls in backing pixels.
 // The layout starts running when the widget is made.
 #include <QOpenGLWidget>
@@ -64,6 +66,7 @@ class NetworkViewWidget : public QOpenGLWidget {
   std::uint64_t pick(double x, double y);
 
   std::shared_ptr<VXLNetworkView> view_;
+  QMetaObject::Connection contextEnds_;
   QTimer timer_;
   QAction* startPause_ = nullptr;
 };
