@@ -65,6 +65,16 @@ void BM_Frame(benchmark::State& state) {
 }
 BENCHMARK(BM_Frame)->Arg(1000)->Arg(10000)->Arg(50000)->Unit(benchmark::kMillisecond);
 
+// One click's pick: the vertices drawn in GL selection mode around a point.
+void BM_Pick(benchmark::State& state) {
+  auto view = makeView(static_cast<std::uint64_t>(state.range(0)));
+  view->drawRect(kWidth, kHeight);
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(view->pickAt(kWidth / 2.0, kHeight / 2.0, 3, 3));
+  }
+}
+BENCHMARK(BM_Pick)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
 // Layout steps per second on the stepping thread while the main thread draws
 // frames back to back (drawing = 1) or does nothing (drawing = 0).
 void BM_StepsWhileDrawing(benchmark::State& state) {
