@@ -617,6 +617,8 @@ class VXLNetworkView {
   // matrices and framebuffer current on entry.
   void drawVertexPass(const Frame& frame, VertexCursor& cursor, std::uint64_t end);
   void drawEdgePass(const Frame& frame, std::uint64_t begin, std::uint64_t end);
+  // The projection and model-view a frame drawn now would use.
+  std::array<Matrix4, 2> cameraMatrices() const;
   void startPresentedFrame(int width, int height);
   bool drawPresentedPieces(std::chrono::steady_clock::time_point deadline);
   void finishPresentedFrame();

@@ -31,18 +31,29 @@ void VXLNetworkView::presentFrame(int width, int height, std::chrono::millisecon
   Presenter& p = *presenter_;
   // A new size restarts the frame in the making; the old one stays shown.
   if (p.frame && (p.width != width || p.height != height)) p.frame.reset();
+  // So does a drag of the camera, and then the frame shows as it is drawn:
+  // the first pieces follow the mouse instead of the picture waiting for a
+  // whole frame with the camera the drag started from.
+  bool dragged = false;
+  if (p.frame && drag() != Drag::None && cameraMatrices() != p.camera) {
+    p.frame.reset();
+    dragged = true;
+  }
   if (!p.targets.prepare(width, height, samples)) {
     p.frame.reset();
     drawRect(width, height);
     return;
   }
 
-  if (!p.frame) startPresentedFrame(width, height);
-  if (drawPresentedPieces(deadline)) {
-    finishPresentedFrame();
-  } else if (p.frame->network != p.shownNetwork) {
+  if (!p.frame) {
+    startPresentedFrame(width, height);
     // A network just installed appears as it is drawn rather than after the
     // whole frame; a moving layout keeps showing whole frames.
+    p.showPieces = dragged || p.frame->network != p.shownNetwork;
+  }
+  if (drawPresentedPieces(deadline)) {
+    finishPresentedFrame();
+  } else if (p.showPieces) {
     p.targets.resolve();
   }
 
@@ -79,6 +90,12 @@ void VXLNetworkView::releasePresentation() {
   presenter_->shownNetwork.reset();
 }
 
+std::array<Matrix4, 2> VXLNetworkView::cameraMatrices() const {
+  const VXLCamera view = camera();
+  return {camera::frustumMatrix(camera::frustum(view, nearClipDistance(), farClipDistance())),
+          camera::modelView(view, dragRotation(), worldRotation(), objectRotation())};
+}
+
 void VXLNetworkView::startPresentedFrame(int width, int height) {
   Presenter& p = *presenter_;
   p.targets.bindDrawing();
@@ -94,6 +111,7 @@ void VXLNetworkView::startPresentedFrame(int width, int height) {
   updateModelView();
   glGetDoublev(GL_PROJECTION_MATRIX, p.projection.data());
   glGetDoublev(GL_MODELVIEW_MATRIX, p.modelView.data());
+  p.camera = cameraMatrices();
   p.width = width;
   p.height = height;
 

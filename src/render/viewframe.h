@@ -77,6 +77,11 @@ struct VXLNetworkView::Presenter {
   FrameCopies copies;
   std::optional<Frame> frame;  // none: no frame in the making
   Matrix4 projection{}, modelView{};
+  // The camera the frame was started with, as computed (GL keeps floats).
+  std::array<Matrix4, 2> camera{};
+  // Show the frame as it is drawn: it is of a network not shown yet, or it
+  // was restarted for a camera the user is dragging.
+  bool showPieces = false;
   int width = 0, height = 0;
   VertexCursor vertices;
   std::uint64_t nextEdge = 0;

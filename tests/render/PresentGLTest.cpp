@@ -42,6 +42,15 @@ class Present : public OffscreenGL {
   }
 };
 
+// The pixels of `image` in columns [x0, x1) that are not background.
+int coloured(const Image& image, int x0 = 0, int x1 = kSize) {
+  int count = 0;
+  for (int y = 0; y < image.height; ++y) {
+    for (int x = x0; x < x1; ++x) count += white(image.at(x, y)) ? 0 : 1;
+  }
+  return count;
+}
+
 // n vertices scattered through a box of side `side` centred at (cx, 0, 0),
 // each joined to the next two: vertices and edges overlap in depth.
 struct Scatter {
@@ -103,15 +112,8 @@ TEST_F(Present, TheLastWholeFrameStaysUntilTheNextIsDone) {
   lookFrom(view, 60);
   const Image first = present(view, kWhole);
   EXPECT_FALSE(view.framePending());
-  auto count = [](const Image& image, int x0, int x1) {
-    int coloured = 0;
-    for (int y = 0; y < image.height; ++y) {
-      for (int x = x0; x < x1; ++x) coloured += white(image.at(x, y)) ? 0 : 1;
-    }
-    return coloured;
-  };
-  ASSERT_GT(count(first, kSize / 2, kSize), 200);
-  ASSERT_EQ(count(first, 0, kSize / 2 - 20), 0);
+  ASSERT_GT(coloured(first, kSize / 2, kSize), 200);
+  ASSERT_EQ(coloured(first, 0, kSize / 2 - 20), 0);
 
   // The layout moved: the old frame is shown until the new one is complete.
   std::vector<Vec3d> moved = a.at;
@@ -130,10 +132,34 @@ TEST_F(Present, TheLastWholeFrameStaysUntilTheNextIsDone) {
   const Image partial = present(view, kOnePiece);
   ASSERT_TRUE(view.framePending());
   EXPECT_EQ(view.presentedNetwork(), a.net);
-  EXPECT_GT(count(partial, 0, kSize / 2), 0);
-  EXPECT_EQ(count(partial, kSize / 2 + 20, kSize), 0);
+  EXPECT_GT(coloured(partial, 0, kSize / 2), 0);
+  EXPECT_EQ(coloured(partial, kSize / 2 + 20, kSize), 0);
   presentInPieces(view);
   EXPECT_EQ(view.presentedNetwork(), b.net);
+}
+
+TEST_F(Present, DraggingTheCameraRestartsTheFrameAndShowsItsPieces) {
+  const Scatter s = scatter(6000, 0, 30);
+  VXLNetworkView view;
+  install(view, s.net, s.at);
+  prepare(view);
+  lookFrom(view, 60);
+  const int whole = coloured(present(view, kWhole));
+
+  view.mouseDown(100, 100, {});
+  view.mouseDragged(120, 100);
+  present(view, kOnePiece);  // a frame with the camera of this moment
+  view.mouseDragged(140, 110);
+  // The camera moved on: the frame starts again and its first piece shows.
+  const int firstPiece = coloured(present(view, kOnePiece));
+  EXPECT_GT(firstPiece, 0);
+  EXPECT_LT(firstPiece, whole / 2);
+  // Holding the mouse still lets the frame finish, still shown as it grows.
+  view.presentFrame(kSize, kSize, kOnePiece);
+  EXPECT_GT(coloured(read()), firstPiece);
+  presentInPieces(view);
+  EXPECT_TRUE(read().rgba == frame(view).rgba);
+  view.mouseUp(140, 110);
 }
 
 }  // namespace
