@@ -302,7 +302,10 @@ class VXLNetworkView {
                     std::chrono::milliseconds budget = std::chrono::milliseconds(25));
   // Whether a frame is being drawn in pieces (the next call goes on with it).
   bool framePending() const;
-  // The network of the frame presentFrame shows (null before the first).
+  // Whether presentFrame shows a frame still being drawn (a network just
+  // installed, a camera being dragged) rather than the last whole one.
+  bool showsPartialFrame() const;
+  // The network of the last whole frame presentFrame showed (null before).
   std::shared_ptr<QLONetwork> presentedNetwork() const;
   // Deletes presentFrame's framebuffers: the context that made them is about
   // to be destroyed (and current) or is gone.

@@ -144,7 +144,7 @@ QImage VXLNetworkView::exportPicture(ExportReport& report, float lineWidth,
   const VXLCamera own = camera();
   const bool ownSize = report.width == own.viewWidth && report.height == own.viewHeight;
   QImage rows;
-  if (ownSize && context.showsFrame()) {
+  if (ownSize && context.showsFrame() && !showsPartialFrame()) {
     // The frame on screen, blending trail, overlays and line width included.
     std::lock_guard guard(contextLock_);
     rows = export_gl::readBoundFrame(report.width, report.height);

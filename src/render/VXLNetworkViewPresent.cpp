@@ -78,6 +78,10 @@ bool VXLNetworkView::framePending() const {
   return presenter_ && presenter_->frame.has_value();
 }
 
+bool VXLNetworkView::showsPartialFrame() const {
+  return framePending() && presenter_->showPieces;
+}
+
 std::shared_ptr<QLONetwork> VXLNetworkView::presentedNetwork() const {
   return presenter_ ? presenter_->shownNetwork : nullptr;
 }

@@ -121,6 +121,7 @@ TEST_F(Present, TheLastWholeFrameStaysUntilTheNextIsDone) {
   view.setPositions(vectors(moved));
   EXPECT_TRUE(present(view, kOnePiece).rgba == first.rgba);
   EXPECT_TRUE(view.framePending());
+  EXPECT_FALSE(view.showsPartialFrame());
   presentInPieces(view);
   const Image movedWhole = read();
   EXPECT_FALSE(movedWhole.rgba == first.rgba);
@@ -131,6 +132,7 @@ TEST_F(Present, TheLastWholeFrameStaysUntilTheNextIsDone) {
   install(view, b.net, b.at);
   const Image partial = present(view, kOnePiece);
   ASSERT_TRUE(view.framePending());
+  EXPECT_TRUE(view.showsPartialFrame());
   EXPECT_EQ(view.presentedNetwork(), a.net);
   EXPECT_GT(coloured(partial, 0, kSize / 2), 0);
   EXPECT_EQ(coloured(partial, kSize / 2 + 20, kSize), 0);
