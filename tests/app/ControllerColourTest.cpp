@@ -1,7 +1,4 @@
-// The controller's colouring: the colour properties it offers and their
-// names, the selection and its fall-backs, the numeric pipeline against an
-// independent evaluation, the legend it installs, what recolours and what
-// does not, and the "Color" property that mirrors the view.
+// The controller's colouring: offered properties, selection, legend, recolouring.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -10,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "../support/networks.h"
 #include "app/VXLController.h"
 #include "colour/colormaps.h"
 #include "colour/hexcolour.h"
@@ -22,6 +20,7 @@ namespace {
 using Panel = VXLController::Panel;
 using C = VXLController;
 namespace fs = std::filesystem;
+using testing_support::vectorsOf;
 
 // A star: vertex 0 joined to each of `leaves` others (degrees leaves and 1),
 // plus `isolated` vertices without edges, with a numeric "Weight" property.
@@ -63,12 +62,6 @@ std::vector<std::array<double, 3>> jetOfExponential(const std::vector<float>& va
   const auto colours = colour::colorsFromNormalizedVector(t.data(), t.size(), "Jet", {});
   std::vector<std::array<double, 3>> out;
   for (std::uint64_t i = 0; i < colours->count(); ++i) out.push_back(colours->vectorAtIndex(i));
-  return out;
-}
-
-std::vector<std::array<double, 3>> vectorsOf(const QLOVector3dArray& array) {
-  std::vector<std::array<double, 3>> out;
-  for (std::uint64_t i = 0; i < array.count(); ++i) out.push_back(array.vectorAtIndex(i));
   return out;
 }
 
