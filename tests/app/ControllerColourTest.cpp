@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
@@ -19,7 +18,6 @@ namespace {
 
 using Panel = VXLController::Panel;
 using C = VXLController;
-namespace fs = std::filesystem;
 using testing_support::vectorsOf;
 
 // A star: vertex 0 joined to each of `leaves` others (degrees leaves and 1),
@@ -321,31 +319,6 @@ TEST(ControllerColour, SortTitlesFollowTheNetworkAndKeepTheirSelection) {
   bare.verticesCount = 2;
   f.controller->setNetwork(QLONetwork::make(std::move(bare)));
   EXPECT_EQ(f.controller->sortPropertyTitle(), "Frequency");
-}
-
-TEST(ControllerColour, ASavedAndRereadNetworkKeepsItsColor) {
-  Fixture f;
-  f.controller->selectColorMap("Custom Cubehelix 3");
-  const auto shown = f.view().colors();
-  const fs::path file = fs::temp_directory_path() / ("colour-" + f.controller->uuid() + ".graphml");
-  std::string error;
-  ASSERT_TRUE(f.controller->network()->writeToURL(file, WriteMode::Atomic, &error)) << error;
-  const auto reread = QLONetwork::initWithContentsOfURL(file);
-  fs::remove(file);
-  ASSERT_TRUE(reread);
-  const PropertyValue colour = reread->propertyForKey("Color");
-  ASSERT_TRUE(std::holds_alternative<std::shared_ptr<QLOVector3dArray>>(colour));
-  const auto& stored = std::get<std::shared_ptr<QLOVector3dArray>>(colour);
-  for (std::uint64_t i : {0u, 1u, 40u}) {
-    const auto a = stored->vectorAtIndex(i), b = shown->vectorAtIndex(i);
-    for (int c = 0; c < 3; ++c) EXPECT_EQ(static_cast<float>(a[c]), static_cast<float>(b[c]));
-  }
-  // Installed again, the network offers its "Color" for colouring under the
-  // built-in name, never in the pop-up.
-  Fixture again(reread);
-  EXPECT_EQ(again.controller->colorPropertyNames().front(), "Color");
-  const auto& titles = again.controller->colorPropertyTitles();
-  EXPECT_EQ(std::count(titles.begin(), titles.end(), "Color"), 0);
 }
 
 }  // namespace
