@@ -1,7 +1,4 @@
-// The controller's categorical colouring and colour files: the panel's
-// limit, hiding and order reach the colours and the legend, the key file is
-// found beside the document's file, and each kind of colour file becomes a
-// selected colour property.
+// The controller's categorical colouring, the key file and colour files.
 #include <gtest/gtest.h>
 
 #include <string>

@@ -1,15 +1,12 @@
-// The controller's colouring: the colour properties it offers and their
-// names, the selection and its fall-backs, the numeric pipeline against an
-// independent evaluation, the legend it installs, what recolours and what
-// does not, and the "Color" property that mirrors the view.
+// The controller's colouring: offered properties, selection, legend, recolouring.
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "../support/networks.h"
 #include "app/VXLController.h"
 #include "colour/colormaps.h"
 #include "colour/hexcolour.h"
@@ -21,7 +18,7 @@ namespace {
 
 using Panel = VXLController::Panel;
 using C = VXLController;
-namespace fs = std::filesystem;
+using testing_support::vectorsOf;
 
 // A star: vertex 0 joined to each of `leaves` others (degrees leaves and 1),
 // plus `isolated` vertices without edges, with a numeric "Weight" property.
@@ -63,12 +60,6 @@ std::vector<std::array<double, 3>> jetOfExponential(const std::vector<float>& va
   const auto colours = colour::colorsFromNormalizedVector(t.data(), t.size(), "Jet", {});
   std::vector<std::array<double, 3>> out;
   for (std::uint64_t i = 0; i < colours->count(); ++i) out.push_back(colours->vectorAtIndex(i));
-  return out;
-}
-
-std::vector<std::array<double, 3>> vectorsOf(const QLOVector3dArray& array) {
-  std::vector<std::array<double, 3>> out;
-  for (std::uint64_t i = 0; i < array.count(); ++i) out.push_back(array.vectorAtIndex(i));
   return out;
 }
 
@@ -328,31 +319,6 @@ TEST(ControllerColour, SortTitlesFollowTheNetworkAndKeepTheirSelection) {
   bare.verticesCount = 2;
   f.controller->setNetwork(QLONetwork::make(std::move(bare)));
   EXPECT_EQ(f.controller->sortPropertyTitle(), "Frequency");
-}
-
-TEST(ControllerColour, ASavedAndRereadNetworkKeepsItsColor) {
-  Fixture f;
-  f.controller->selectColorMap("Custom Cubehelix 3");
-  const auto shown = f.view().colors();
-  const fs::path file = fs::temp_directory_path() / ("colour-" + f.controller->uuid() + ".graphml");
-  std::string error;
-  ASSERT_TRUE(f.controller->network()->writeToURL(file, WriteMode::Atomic, &error)) << error;
-  const auto reread = QLONetwork::initWithContentsOfURL(file);
-  fs::remove(file);
-  ASSERT_TRUE(reread);
-  const PropertyValue colour = reread->propertyForKey("Color");
-  ASSERT_TRUE(std::holds_alternative<std::shared_ptr<QLOVector3dArray>>(colour));
-  const auto& stored = std::get<std::shared_ptr<QLOVector3dArray>>(colour);
-  for (std::uint64_t i : {0u, 1u, 40u}) {
-    const auto a = stored->vectorAtIndex(i), b = shown->vectorAtIndex(i);
-    for (int c = 0; c < 3; ++c) EXPECT_EQ(static_cast<float>(a[c]), static_cast<float>(b[c]));
-  }
-  // Installed again, the network offers its "Color" for colouring under the
-  // built-in name, never in the pop-up.
-  Fixture again(reread);
-  EXPECT_EQ(again.controller->colorPropertyNames().front(), "Color");
-  const auto& titles = again.controller->colorPropertyTitles();
-  EXPECT_EQ(std::count(titles.begin(), titles.end(), "Color"), 0);
 }
 
 }  // namespace

@@ -1,6 +1,4 @@
-// The controller's file commands without a window: the panels they ask for,
-// positions files in and out, what a failure reports and the names proposed.
-// (What the exported files hold is checked from Python, against igraph.)
+// The controller's file commands without a window: panels, positions, failures.
 #include <gtest/gtest.h>
 
 #include <deque>

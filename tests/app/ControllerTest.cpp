@@ -372,17 +372,10 @@ TEST(ControllerRegistry, FindsControllersByStandardFormUuidForTheLifeOfTheProces
   EXPECT_EQ(first->networkView()->controller(), first.get());
 }
 
-TEST(ControllerLifecycle, NewControllerStateAndCleanupStopsTheLayout) {
+TEST(ControllerLifecycle, CleanupStopsTheLayoutOnce) {
   auto view = std::make_shared<VXLNetworkView>();
   const auto controller = VXLController::init(view);
   EXPECT_EQ(controller->networkView(), view);
-  EXPECT_EQ(controller->networkName(), "");
-  EXPECT_EQ(controller->minColorScalarValue(), FLT_MAX);
-  EXPECT_EQ(controller->maxColorScalarValue(), FLT_MAX);
-  EXPECT_EQ(colour::hexadecimalValue(controller->colorCustom0()), "#1f77b4");
-  EXPECT_EQ(colour::hexadecimalValue(controller->colorCustom1()), "#ff7f0e");
-  EXPECT_EQ(colour::hexadecimalValue(controller->colorCustom2()), "#2ca02c");
-
   controller->setNetwork(twoComponents());
   view->start();
   ASSERT_TRUE(view->fAnimate());

@@ -1,7 +1,4 @@
-// Documents without widgets: file types, opening into the start-up window
-// or a new one, the major-component choice, failures, saving, autosave and
-// what counts as an edit. Windows, the open panel and alerts are fakes that
-// do what the window layer does minus the widgets.
+// Documents without widgets; windows, the open panel and alerts are fakes.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -14,11 +11,11 @@
 #include <csignal>
 #include <deque>
 #include <filesystem>
-#include <fstream>
 #include <set>
-#include <sstream>
 
 #include "../colour/scratch.h"
+#include "../support/files.h"
+#include "../support/networks.h"
 #include "app/QLOComplexNetwork.h"
 #include "app/QLODocumentController.h"
 #include "app/doctypes.h"
@@ -28,24 +25,13 @@ namespace {
 namespace fs = std::filesystem;
 using Display = QLODocumentController::Display;
 using Panel = VXLController::Panel;
+using testing_support::contentsOf;
+using testing_support::vectorsOf;
 
 const fs::path kData = fs::path(PLEXVIEW_TEST_DATA) / "documents";
 const fs::path kNative = kData / "two-parts.graphml";  // components of 4 and 2 vertices
 const fs::path kPajek = kData / "two-parts.net";       // components of 3 and 2 vertices
 const fs::path kBroken = kData / "broken.net";
-
-std::string contentsOf(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-std::vector<std::array<double, 3>> vectorsOf(const QLOVector3dArray& array) {
-  std::vector<std::array<double, 3>> out;
-  for (std::uint64_t i = 0; i < array.count(); ++i) out.push_back(array.vectorAtIndex(i));
-  return out;
-}
 
 template <typename Done>
 bool processEventsUntil(Done done) {

@@ -1,6 +1,4 @@
-// The controller's filter selector: the titles offered for a network, the
-// selection kept across refreshes and its fall-backs, the name sent to the
-// view, and the bounds of the range and threshold sliders.
+// The controller's filter selector: titles, selection, slider bounds.
 #include <gtest/gtest.h>
 
 #include <string>

@@ -1,15 +1,12 @@
-// The web bundle: the file texts (stems, the degree's name, one property per
-// line), a whole bundle of small hand-made networks written through the
-// controller and compared with the expected text, the 3D export table's rows,
-// codes and selection, and a bundle that cannot be written whole.
+// The web bundle: file texts, whole bundles, the 3D export table, failures.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <set>
-#include <sstream>
 
 #include "../colour/scratch.h"
+#include "../support/files.h"
 #include "app/QLOComplexNetwork.h"
 #include "app/VXLController.h"
 #include "io/webtexts.h"
@@ -19,13 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 using Table = VXLExport3DTableController::Table;
 using Cell = VXLExport3DTableController::CellValue;
-
-std::string contentsOf(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
+using testing_support::contentsOf;
 
 std::set<std::string> filesIn(const fs::path& folder) {
   std::set<std::string> names;

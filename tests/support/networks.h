@@ -1,5 +1,6 @@
 #pragma once
 // Small networks the tests of several programs build.
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,13 @@ inline QLONetwork::Ptr chain(std::vector<float> weights, Weighted weighted = Wei
   data.weights = std::move(weights);
   data.edgeWeighted = weighted == Weighted::Yes;
   return QLONetwork::make(std::move(data));
+}
+
+// The vectors of an array, for comparing whole arrays in one assertion.
+inline std::vector<std::array<double, 3>> vectorsOf(const QLOVector3dArray& array) {
+  std::vector<std::array<double, 3>> out;
+  for (std::uint64_t i = 0; i < array.count(); ++i) out.push_back(array.vectorAtIndex(i));
+  return out;
 }
 
 }  // namespace testing_support

@@ -1,6 +1,4 @@
-// Document windows made by the program's document controller: opening a file
-// into the start-up window, the picture, closing while the layout runs, the
-// save-changes question, the menus, the open panel and the failure alert.
+// Document windows from the program's document controller.
 #include <gtest/gtest.h>
 
 #include <QCheckBox>

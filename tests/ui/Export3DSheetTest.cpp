@@ -1,6 +1,4 @@
-// The 3D export sheet in a document window: shown over the window with every
-// offered colour property picked at function 1, the web site box, Cancel, OK
-// writing the bundle as the tables say, and Web Bundle... with its failure.
+// The 3D export sheet in a document window, and Web Bundle…
 #include <gtest/gtest.h>
 
 #include <QCheckBox>

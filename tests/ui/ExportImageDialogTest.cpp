@@ -1,6 +1,4 @@
-// The export sheet over a real view widget: its proposed name and presets,
-// the opaque box, and exports at a chosen size and at the view's own size
-// (the frame on screen, read from the widget's multisampled framebuffer).
+// The image export sheet over a real view widget.
 #include <gtest/gtest.h>
 
 #include <QCheckBox>

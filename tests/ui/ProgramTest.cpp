@@ -1,6 +1,5 @@
-// The plexview program before any window: its command line, which reader
-// opens a file, and `plexview --snapshot` and `plexview --render FILE -o OUT`
-// run as separate processes (pictures, colouring, progress and failures).
+// Which reader opens a file, and `plexview --snapshot` and `plexview --render
+// FILE -o OUT` run as separate processes (pictures, colouring, failures).
 #include <gtest/gtest.h>
 
 #include <QColor>
@@ -13,73 +12,12 @@
 #include <set>
 
 #include "app/networkfile.h"
-#include "app/options.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 const fs::path kData = PLEXVIEW_TEST_DATA;
 const fs::path kOutput = PLEXVIEW_TEST_OUTPUT;
-
-TEST(ProgramOptions, AcceptedCommandLines) {
-  using enum app::RunMode;
-  const app::Options defaults;
-  const std::uint64_t S = defaults.steps;
-  const int W = defaults.width, H = defaults.height;
-  struct Case {
-    std::vector<std::string> args;
-    app::RunMode mode;
-    std::vector<fs::path> files;
-    std::string snapshot;
-    std::uint64_t steps;
-    int width, height;
-  };
-  const Case cases[] = {
-      {{}, Window, {}, "", S, W, H},
-      {{"a.net"}, Window, {"a.net"}, "", S, W, H},
-      {{"a.net", "b.graphml", "a.net"}, Window, {"a.net", "b.graphml", "a.net"}, "", S, W, H},
-      {{"b", "--snapshot", "o", "--steps", "0", "--size", "7X9"}, Snapshot, {"b"}, "o", 0, 7, 9},
-      {{"--", "-dash.net"}, Window, {"-dash.net"}, "", S, W, H},
-      {{"--snapshot", "o.png", "-"}, Snapshot, {"-"}, "o.png", S, W, H},
-      {{"x.net", "--help"}, Help, {"x.net"}, "", S, W, H},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(::testing::PrintToString(c.args));
-    const app::ParsedOptions parsed = app::parseOptions(c.args);
-    ASSERT_TRUE(parsed.options) << parsed.error;
-    const app::Options& o = *parsed.options;
-    EXPECT_EQ(o.mode, c.mode);
-    EXPECT_EQ(o.files, c.files);
-    EXPECT_EQ(o.snapshot, fs::path(c.snapshot));
-    EXPECT_EQ(o.steps, c.steps);
-    EXPECT_EQ(o.width, c.width);
-    EXPECT_EQ(o.height, c.height);
-  }
-}
-
-TEST(ProgramOptions, RefusedCommandLinesSayWhy) {
-  struct Case {
-    std::vector<std::string> args;
-    std::string reasonMentions;
-  };
-  const Case cases[] = {
-      {{"--bogus"}, "--bogus"},
-      {{"--snapshot"}, "--snapshot"},
-      {{"--snapshot", ""}, "--snapshot"},
-      {{"--snapshot", "o.png", "--steps", "12x"}, "12x"},
-      {{"--snapshot", "o.png", "--size", "0x10"}, "0x10"},
-      {{"--snapshot", "o.png", "--size", "640"}, "640"},
-      {{"--snapshot", "o.png", "--size", "20000x10"}, "20000x10"},
-      {{"--steps", "10"}, "--snapshot"},
-      {{"--size", "10x10", "a.net"}, "--snapshot"},
-      {{"--snapshot", "o.png", "a.net", "b.net"}, "b.net"},
-  };
-  for (const Case& c : cases) {
-    const app::ParsedOptions parsed = app::parseOptions(c.args);
-    EXPECT_FALSE(parsed.options) << ::testing::PrintToString(c.args);
-    EXPECT_NE(parsed.error.find(c.reasonMentions), std::string::npos) << parsed.error;
-  }
-}
 
 // Copies a file under another name in the output folder.
 fs::path copyAs(const fs::path& from, const std::string& name) {
@@ -98,16 +36,14 @@ TEST(NetworkFile, TheReaderFollowsTheNameThenTheContentAndFailuresSayWhy) {
   // Different counts, so a file read by the wrong reader (or not at all) shows.
   ASSERT_NE(pajekNetwork->countEdges(), graphmlNetwork->countEdges());
 
-  // A known extension picks the reader whatever the content (so the wrong
-  // reader fails); without one the content decides.
+  // A known extension picks the reader (so the wrong one fails); without
+  // one the content decides.
   struct Case {
     fs::path file;
     const QLONetwork* same;  // null: the read fails
   };
   const Case cases[] = {
       {copyAs(graphml, "graphml.NET"), nullptr},
-      {copyAs(graphml, "graphml.paj"), nullptr},
-      {copyAs(pajek, "pajek.xml"), nullptr},
       {copyAs(pajek, "pajek.graphml"), nullptr},
       {copyAs(pajek, "pajek-without-extension"), pajekNetwork.get()},
       {copyAs(graphml, "graphml.txt"), graphmlNetwork.get()},

@@ -1,7 +1,4 @@
-// The script console with a stand-in interpreter and file panel: what
-// reaches the interpreter, the file panels' starting folder and proposed
-// name, files read and written under the bare name in the working folder,
-// the path control and the Window menu's item.
+// The script console with a stand-in interpreter and file panel.
 #include <gtest/gtest.h>
 
 #include <QDesktopServices>

@@ -16,11 +16,10 @@
 #include <QTimer>
 #include <chrono>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <sstream>
 #include <string>
 
+#include "../support/files.h"
 #include "app/QLODocumentController.h"
 #include "ui/DocumentWindow.h"
 #include "ui/documentui.h"
@@ -86,12 +85,7 @@ int countPixels(const QImage& image, Test test, QRect area = {}) {
   return n;
 }
 
-inline std::string contentsOf(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
+using testing_support::contentsOf;
 
 // The visible top-level widget of this type and object name, or null.
 template <class T>
