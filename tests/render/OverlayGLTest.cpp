@@ -101,16 +101,4 @@ TEST_F(Overlay, CapabilityReportNamesTheRendererAndIsDrawnAtTheTopRight) {
   EXPECT_GT(lit(frame(view_), 120, 10, 190, 30), 50);
 }
 
-TEST_F(Overlay, GlErrorIsKeptAsText) {
-  frame(view_);
-  glEnable(0x1234);  // not a capability: GL_INVALID_ENUM
-  testing::internal::CaptureStderr();
-  frame(view_);
-  testing::internal::GetCapturedStderr();
-  EXPECT_EQ(view_.errorString().rfind("Error: invalid enumerant (at time: ", 0), 0u)
-      << view_.errorString();
-  frame(view_);  // the error text is drawn without raising another
-  EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
-}
-
 }  // namespace
