@@ -1,6 +1,5 @@
 """The window controller from Python: the registry, settings forwarded to the
 view, the generator and network installation."""
-import re
 import unittest
 
 import numpy as np
@@ -60,16 +59,6 @@ class NetworkTest(unittest.TestCase):
         expected = 2 * np.float32(edges) / np.float32(50)
         self.assertEqual(controller.networkName(), "Random(50,%0.3g)" % expected)
         self.assertEqual(controller.network().countVertices(), 50)
-
-    def test_reset_applies_defaults_and_fits_the_filter(self):
-        controller = VXLController.init()
-        controller.setAttractionConstant(4.0)
-        controller.generateNetwork(vertices="120")
-        controller.resetToDefaults()
-        self.assertAlmostEqual(controller.attractionConstant(), 0.001, places=6)
-        degrees = controller.network().calcDegrees().array()
-        self.assertEqual(controller.minFilterProperty(), degrees.min())
-        self.assertEqual(controller.maxFilterProperty(), degrees.max())
 
     def test_install_whole_and_as_major_component(self):
         controller = VXLController.init()

@@ -1,6 +1,6 @@
-"""The view's image and vector export from Python: the format each
-extension gives, the picture's size as the file records it, the line width,
-and the errors a script sees."""
+"""The view's image and vector export from Python: the report a script gets,
+the picture's size as the file records it, the line width argument, and the
+errors a script sees."""
 import os
 import re
 import shutil
@@ -31,16 +31,6 @@ def setUpModule():
                       f" kill {xvfb.pid}"], start_new_session=True)
 
 
-MAGIC = {"PNG": b"\x89PNG\r\n\x1a\n", "JPEG": b"\xff\xd8\xff", "GIF": b"GIF89a", "BMP": b"BM",
-         "PDF": b"%PDF-", "EPS": b"%!PS-Adobe-3.0 EPSF", "PostScript": b"%!PS-Adobe-3.0"}
-
-
-def png_size(path):
-    """(width, height) from a PNG's IHDR chunk."""
-    with open(path, "rb") as png:
-        return struct.unpack(">II", png.read(24)[16:24])
-
-
 class ExportImagesTest(ScratchFolderTestCase):
     def setUp(self):
         super().setUp()
@@ -48,29 +38,21 @@ class ExportImagesTest(ScratchFolderTestCase):
         self.view = VXLNetworkView()
         self.view.setNetwork(QLONetwork.initRandomNetworkWithNumberOfVertices(30, 4.0))
 
-    def test_each_extension_gives_its_format(self):
+    def test_the_report_of_a_raster_and_a_vector_export(self):
+        # Every extension's format is checked by the C++ export tests.
         for name, written, kind in [("a.png", "a.png", "PNG"), ("b.JPG", "b.JPG", "JPEG"),
-                                    ("c.tiff", "c.tiff", "TIFF"), ("d.gif", "d.gif", "GIF"),
-                                    ("e.bmp", "e.bmp", "BMP"), ("f.pdf", "f.pdf", "PDF"),
-                                    ("g.svg", "g.svg", "SVG"), ("h.eps", "h.eps", "EPS"),
-                                    ("i.ps", "i.ps", "PostScript"), ("j.dat", "j.dat.png", "PNG")]:
+                                    ("f.pdf", "f.pdf", "PDF"), ("j.dat", "j.dat.png", "PNG")]:
             with self.subTest(name):
                 report = self.view.exportImageToFile(self.path(name), 160, 120)
                 self.assertEqual(str(report["path"]), self.path(written))
                 self.assertEqual(report["format"], kind)
                 self.assertEqual((report["width"], report["height"]), (160, 120))
-                with open(report["path"], "rb") as out:
-                    head = out.read(400)
-                if kind == "TIFF":
-                    self.assertIn(head[:4], (b"II*\x00", b"MM\x00*"))
-                elif kind == "SVG":
-                    self.assertIn(b"<svg", head)
-                else:
-                    self.assertTrue(head.startswith(MAGIC[kind]), head[:20])
-                vector = kind in ("PDF", "SVG", "EPS", "PostScript")
-                self.assertEqual(report["rounds"], 1 if vector else 0)
-                self.assertEqual(report["tiles"], 0 if vector else 1)
-        self.assertEqual(png_size(self.path("a.png")), (160, 120))
+                vector = int(kind == "PDF")
+                self.assertEqual((report["rounds"], report["tiles"]), (vector, 1 - vector))
+        with open(self.path("f.pdf"), "rb") as pdf:
+            self.assertEqual(pdf.read(5), b"%PDF-")
+        with open(self.path("j.dat.png"), "rb") as png:
+            self.assertEqual(struct.unpack(">II", png.read(24)[16:24]), (160, 120))
 
     def test_line_width_defaults_to_the_views(self):
         self.view.setShowNodes(False)

@@ -105,30 +105,25 @@ class RenderPieces(unittest.TestCase):
         self.assertEqual(errors.getvalue(), "plexview: laying out ring: 7 of 7 steps\n")
         self.assertFalse(np.array_equal(before, view.positions().array()))
 
-    def colours_by(self, name):
-        controller = plexview.VXLController.init()
-        controller.setNetwork(ring_with_teams())
-        STARTUP["colourBy"](controller, name)
-        return np.round(controller.networkView().colors().array(), 4)
+    def test_colouring_by_categories_and_by_numbers(self):
+        def colours_by(name, network):
+            controller = plexview.VXLController.init()
+            controller.setNetwork(network)
+            STARTUP["colourBy"](controller, name)
+            return np.round(controller.networkView().colors().array(), 4)
 
-    def test_colouring_by_text_gives_each_category_its_colour(self):
-        colours = self.colours_by("team")
-        self.assertEqual(len({tuple(c) for c in colours[:4]}), 1)
-        self.assertEqual(len({tuple(c) for c in colours[4:]}), 1)
-        self.assertFalse(np.array_equal(colours[0], colours[4]))
-
-    def test_colouring_by_numbers_follows_their_values(self):
-        controller = plexview.VXLController.init()
+        teams = colours_by("team", ring_with_teams())
+        self.assertEqual([len({tuple(c) for c in part}) for part in (teams[:4], teams[4:])], [1, 1])
+        self.assertFalse(np.array_equal(teams[0], teams[4]))
         network = ring_with_teams()
         network.setPropertiesOfVertices(np.arange(12, dtype=np.float32), "rank")
-        controller.setNetwork(network)
-        STARTUP["colourBy"](controller, "rank")
-        colours = controller.networkView().colors().array()
+        ranks = colours_by("rank", network)
         # The default map runs from blue (lowest) to red (highest).
-        self.assertGreater(colours[0, 2], colours[0, 0])
-        self.assertGreater(colours[11, 0], colours[11, 2])
+        self.assertGreater(ranks[0, 2], ranks[0, 0])
+        self.assertGreater(ranks[11, 0], ranks[11, 2])
         # Equal degrees: one colour for every vertex.
-        self.assertEqual(len({tuple(c) for c in self.colours_by("Node Degree")}), 1)
+        degrees = colours_by("Node Degree", ring_with_teams())
+        self.assertEqual(len({tuple(c) for c in degrees}), 1)
 
 
 if __name__ == "__main__":

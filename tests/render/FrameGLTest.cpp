@@ -1,5 +1,6 @@
-// One frame beyond the passes: the frame-blending pass, the GL error report, what a frame prepares
-// (filter cache, selection mask), and the log lines of the background setters.
+// One frame beyond the passes: the frame-blending pass, the GL error report
+// and its text, what a frame prepares (filter cache, selection mask), and the
+// log lines of the background setters.
 #include <GL/gl.h>
 
 #include <functional>
@@ -53,8 +54,9 @@ TEST_F(Frame, BlendingLeavesAFadingTrail) {
   EXPECT_LE(blendError(frame(view), plainHere, plainHere, 1.0), 1);
 }
 
-TEST_F(Frame, GlErrorsAreReportedAfterTheFrame) {
+TEST_F(Frame, GlErrorsAreReportedAfterTheFrameAndKeptAsText) {
   VXLNetworkView view;
+  view.setFInfo(true);  // the error text is drawn with the overlays
   prepare(view);
   frame(view);
   glEnable(0x1234);  // not a capability: GL_INVALID_ENUM
@@ -63,9 +65,13 @@ TEST_F(Frame, GlErrorsAreReportedAfterTheFrame) {
   const std::string report = testing::internal::GetCapturedStderr();
   const std::regex line(R"(plexview: Error: invalid enumerant \(at time: \d+\.\d secs\)\.\n)");
   EXPECT_TRUE(std::regex_match(report, line)) << report;
+  EXPECT_EQ(view.errorString().rfind("Error: invalid enumerant (at time: ", 0), 0u)
+      << view.errorString();
+  // Drawing the error text raises no other.
   testing::internal::CaptureStderr();
   frame(view);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
 TEST_F(Frame, FrameFillsTheFilterCacheAndKeepsAFittingSelectionMask) {

@@ -3,6 +3,7 @@
 // view's own size, and failures that must not damage an earlier file.
 #include <QFile>
 #include <QImageReader>
+#include <variant>
 
 #include "export_support.h"
 
@@ -22,15 +23,20 @@ std::string bytesOf(const std::filesystem::path& path) {
   return file.readAll().toStdString();
 }
 
-// How many pixels differ from `background` in any channel by more than 24.
-int drawnPixels(const QImage& picture, QRgb background) {
+// How many pixels differ from `reference` (a picture of the same size, or
+// one colour) in any channel by more than `tolerance`.
+int differing(const QImage& picture, const std::variant<QImage, QRgb>& reference,
+              int tolerance = 24) {
   int count = 0;
   for (int y = 0; y < picture.height(); ++y) {
     for (int x = 0; x < picture.width(); ++x) {
       const QRgb p = picture.pixel(x, y);
-      count += std::abs(qRed(p) - qRed(background)) > 24 ||
-               std::abs(qGreen(p) - qGreen(background)) > 24 ||
-               std::abs(qBlue(p) - qBlue(background)) > 24;
+      const QRgb q = std::holds_alternative<QRgb>(reference)
+                         ? std::get<QRgb>(reference)
+                         : std::get<QImage>(reference).pixel(x, y);
+      count += std::abs(qRed(p) - qRed(q)) > tolerance ||
+               std::abs(qGreen(p) - qGreen(q)) > tolerance ||
+               std::abs(qBlue(p) - qBlue(q)) > tolerance;
     }
   }
   return count;
@@ -109,20 +115,12 @@ TEST_F(ImageExport, TilesStitchIntoThePictureDrawnWhole) {
 
   const QImage a = load(whole.path), b = load(tiled.path);
   ASSERT_EQ(a.size(), b.size());
-  int differing = 0;
-  for (int y = 0; y < a.height(); ++y) {
-    for (int x = 0; x < a.width(); ++x) {
-      const QRgb p = a.pixel(x, y), q = b.pixel(x, y);
-      differing += std::abs(qRed(p) - qRed(q)) > 8 || std::abs(qGreen(p) - qGreen(q)) > 8 ||
-                   std::abs(qBlue(p) - qBlue(q)) > 8;
-    }
-  }
-  EXPECT_LE(differing, 30) << "of " << a.width() * a.height();
+  EXPECT_LE(differing(a, b, 8), 30) << "of " << a.width() * a.height();
 
   // The comparison saw the text: without it the picture is another.
   view.setFInfo(false);
   const QImage bare = load(save("bare.png", 300, 200).path);
-  EXPECT_GT(drawnPixels(a, qRgb(255, 255, 255)), drawnPixels(bare, qRgb(255, 255, 255)) + 50);
+  EXPECT_GT(differing(a, qRgb(255, 255, 255)), differing(bare, qRgb(255, 255, 255)) + 50);
 }
 
 TEST_F(ImageExport, TheViewsOwnSizeGivesTheFrameOnScreen) {
@@ -164,8 +162,8 @@ TEST_F(ImageExport, OutsideAFrameTheHostLendsTheViewsContext) {
 
 TEST_F(ImageExport, EdgesTakeTheExportsLineWidth) {
   view.setShowNodes(false);
-  const int thin = drawnPixels(load(save("thin.png", 200, 150, 1.0f).path), qRgb(255, 255, 255));
-  const int thick = drawnPixels(load(save("thick.png", 200, 150, 6.0f).path), qRgb(255, 255, 255));
+  const int thin = differing(load(save("thin.png", 200, 150, 1.0f).path), qRgb(255, 255, 255));
+  const int thick = differing(load(save("thick.png", 200, 150, 6.0f).path), qRgb(255, 255, 255));
   EXPECT_GT(thin, 50);
   EXPECT_GT(thick, 3 * thin);
   EXPECT_EQ(view.lineWidth(), 1.5f);

@@ -3,8 +3,6 @@
 // place when only its colours do, and its texture freed once replaced.
 #include <GL/gl.h>
 
-#include <functional>
-
 #include "offscreen_gl.h"
 #include "render/VXLLegends.h"
 
@@ -48,19 +46,10 @@ class LegendFrame : public OffscreenGL {
     view_.setLegendsHeight(2.3f);
   }
 
-  // Pixels matching `test` within [x0, x1) x [y0, y1), y from the top.
-  static int count(const Image& image, const std::function<bool(const Pixel&)>& test, int x0,
-                   int y0, int x1, int y1) {
-    int n = 0;
-    for (int y = y0; y < y1; ++y) {
-      for (int x = x0; x < x1; ++x) n += test(image.at(x, image.height - 1 - y));
-    }
-    return n;
-  }
   // The topmost row (from the top) holding a pixel that matches, or -1.
-  static int topmost(const Image& image, const std::function<bool(const Pixel&)>& test) {
+  static int topmost(const Image& image, bool (*test)(const Pixel&)) {
     for (int y = 0; y < image.height; ++y) {
-      if (count(image, test, 0, y, image.width, y + 1) > 0) return y;
+      if (countFromTop(image, test, 0, y, image.width, y + 1) > 0) return y;
     }
     return -1;
   }
@@ -72,9 +61,9 @@ class LegendFrame : public OffscreenGL {
 TEST_F(LegendFrame, DrawnAtTheBottomLeftWhileLegendsAreShown) {
   const Image shown = frame(view_);
   EXPECT_NEAR(legend_->height(), 1.0, 1e-6);
-  EXPECT_GT(count(shown, blue, 10, 140, 60, 190), 40);
-  const int all = count(shown, blue, 0, 0, kSize, kSize);
-  EXPECT_EQ(count(shown, blue, 10, 140, 60, 190), all);  // 10 pixels in from both edges
+  EXPECT_GT(countFromTop(shown, blue, 10, 140, 60, 190), 40);
+  const int all = countFromTop(shown, blue, 0, 0, kSize, kSize);
+  EXPECT_EQ(countFromTop(shown, blue, 10, 140, 60, 190), all);  // 10 pixels in from both edges
   EXPECT_EQ(view_.errorString(), "");
   // The first entry is the lowest on screen.
   legend_->setColors({kRed, kBlue});
@@ -82,10 +71,10 @@ TEST_F(LegendFrame, DrawnAtTheBottomLeftWhileLegendsAreShown) {
   EXPECT_GT(topmost(twoColours, red), topmost(twoColours, blue) + 5);
 
   view_.setShowLegends(false);
-  EXPECT_EQ(count(frame(view_), blue, 0, 0, kSize, kSize), 0);
+  EXPECT_EQ(countFromTop(frame(view_), blue, 0, 0, kSize, kSize), 0);
   view_.setShowLegends(true);
   view_.setLegends(nullptr);
-  EXPECT_EQ(count(frame(view_), blue, 0, 0, kSize, kSize), 0);
+  EXPECT_EQ(countFromTop(frame(view_), blue, 0, 0, kSize, kSize), 0);
 }
 
 TEST_F(LegendFrame, NewHeightLoadsANewImageAndNewColoursReplaceItsPixels) {
@@ -102,13 +91,15 @@ TEST_F(LegendFrame, NewHeightLoadsANewImageAndNewColoursReplaceItsPixels) {
   EXPECT_GT(after.width, 1.8 * before.width);
   EXPECT_EQ(definedSize(legend_->texName()), after);
   EXPECT_LT(topmost(large, blue), topmost(small, blue) - 10);  // reaches higher up
-  EXPECT_EQ(count(large, blue, 0, 191, kSize, kSize), 0);      // still 10 pixels above the bottom
+  EXPECT_EQ(countFromTop(large, blue, 0, 191, kSize, kSize),
+            0);  // still 10 pixels above the bottom
 
   legend_->setColors({kRed, kRed});  // same size: the pixels are replaced in place
   const Image recoloured = frame(view_);
   EXPECT_EQ(legend_->texSize(), after);
-  EXPECT_EQ(count(recoloured, blue, 0, 0, kSize, kSize), 0);
-  EXPECT_EQ(count(recoloured, red, 0, 0, kSize, kSize), count(large, blue, 0, 0, kSize, kSize));
+  EXPECT_EQ(countFromTop(recoloured, blue, 0, 0, kSize, kSize), 0);
+  EXPECT_EQ(countFromTop(recoloured, red, 0, 0, kSize, kSize),
+            countFromTop(large, blue, 0, 0, kSize, kSize));
   EXPECT_EQ(view_.errorString(), "");
 }
 
@@ -122,8 +113,8 @@ TEST_F(LegendFrame, AReplacedLegendLosesItsTextureAtTheNextFrame) {
   EXPECT_EQ(legend_->texName(), 0u);
   EXPECT_TRUE(legend_->requiresUpdate());  // drawn again, it would be loaded again
   EXPECT_NE(next->texName(), 0u);
-  EXPECT_EQ(count(image, blue, 0, 0, kSize, kSize), 0);
-  EXPECT_GT(count(image, red, 10, 140, 60, 190), 10);
+  EXPECT_EQ(countFromTop(image, blue, 0, 0, kSize, kSize), 0);
+  EXPECT_GT(countFromTop(image, red, 10, 140, 60, 190), 10);
 }
 
 }  // namespace

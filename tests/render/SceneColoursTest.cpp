@@ -1,7 +1,7 @@
 // The scene's colour rules: every cell of the edge colour table over a sweep
 // of colours and intensities (computed in double and narrowed, as the rule
-// says) and the selection highlight. The backgrounds, blend modes and frame
-// weights are checked on pixels in the GL tests.
+// says). The selection highlight, backgrounds, blend modes and frame weights
+// are checked on pixels in the GL tests.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -78,15 +78,6 @@ TEST(SceneColours, EveryEdgeCellFollowsItsRuleInDouble) {
     }
   }
   EXPECT_GT(floatDiffers, 0) << "the sweep cannot tell double from float arithmetic";
-}
-
-TEST(SceneColours, SelectionHighlight) {
-  using scene::Colouring;
-  EXPECT_EQ(scene::selectionHighlight(Colouring::PerVertex, Black), (Rgb{1.0f, 1.0f, 0.1f}));
-  EXPECT_EQ(scene::selectionHighlight(Colouring::Fixed, Black), (Rgb{1.0f, 0.3f, 0.1f}));
-  for (Colouring colouring : {Colouring::PerVertex, Colouring::Fixed}) {
-    EXPECT_EQ(scene::selectionHighlight(colouring, White), (Rgb{0.4f, 0.1f, 0.0f}));
-  }
 }
 
 }  // namespace

@@ -47,10 +47,6 @@ bool eventually(Condition condition) {
 
 TEST(View, InstallingNetworksAndPositions) {
   VXLNetworkView view;
-  EXPECT_EQ(view.softeningConstant(), 1.0f);
-  EXPECT_FALSE(view.iterating());
-  EXPECT_FALSE(view.fAnimate());
-
   auto network = randomNetwork(500, 4);
   view.setNetwork(network);
   auto positions = view.positions();

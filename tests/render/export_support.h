@@ -19,20 +19,8 @@ inline constexpr Vec3d kLowerRight{12, -8, 0};
 // The column and row (top row 0) of a W x H picture a world point lands on.
 inline std::array<int, 2> pictureCell(const VXLNetworkView& view, const Vec3d& p, int width,
                                       int height) {
-  VXLCamera camera = view.camera();
-  camera.viewWidth = width;
-  camera.viewHeight = height;
-  const Matrix4 m = camera::multiply(
-      camera::frustumMatrix(
-          camera::frustum(camera, view.nearClipDistance(), view.farClipDistance())),
-      camera::modelView(camera, std::nullopt, view.worldRotation(), view.objectRotation()));
-  std::array<double, 4> clip{};
-  for (std::size_t row = 0; row < 4; ++row) {
-    clip[row] = m[row] * p[0] + m[4 + row] * p[1] + m[8 + row] * p[2] + m[12 + row];
-  }
-  const double x = (clip[0] / clip[3] + 1) * 0.5 * width;
-  const double y = (clip[1] / clip[3] + 1) * 0.5 * height;
-  return {static_cast<int>(std::floor(x)), height - 1 - static_cast<int>(std::floor(y))};
+  const auto w = project(view, p, width, height);
+  return {static_cast<int>(std::floor(w[0])), height - 1 - static_cast<int>(std::floor(w[1]))};
 }
 
 // Whether one channel clearly dominates: 0 red, 1 green, 2 blue.

@@ -59,20 +59,34 @@ struct Image {
   }
 };
 
+// Pixels passing `test` within [x0, x1) x [y0, y1), y measured from the top
+// as the overlays place their texts.
+template <class Test>
+int countFromTop(const Image& image, Test test, int x0, int y0, int x1, int y1) {
+  int n = 0;
+  for (int y = y0; y < y1; ++y) {
+    for (int x = x0; x < x1; ++x) n += test(image.at(x, image.height - 1 - y));
+  }
+  return n;
+}
+
 // Window coordinates (pixels from the lower left corner) of a world point,
-// through the projection and model-view the view's camera gives.
-inline std::array<double, 2> project(const VXLNetworkView& view, const Vec3d& p) {
-  const VXLCamera camera = view.camera();
-  const Matrix4 projection = camera::frustumMatrix(
-      camera::frustum(camera, view.nearClipDistance(), view.farClipDistance()));
-  const Matrix4 modelView =
-      camera::modelView(camera, std::nullopt, view.worldRotation(), view.objectRotation());
-  const Matrix4 m = camera::multiply(projection, modelView);
+// through the projection and model-view the view's camera gives, or that
+// camera at another size when one is given.
+inline std::array<double, 2> project(const VXLNetworkView& view, const Vec3d& p, int width = 0,
+                                     int height = 0) {
+  VXLCamera camera = view.camera();
+  if (width > 0) {
+    camera.viewWidth = width;
+    camera.viewHeight = height;
+  }
+  const Matrix4 m = camera::multiply(
+      camera::frustumMatrix(
+          camera::frustum(camera, view.nearClipDistance(), view.farClipDistance())),
+      camera::modelView(camera, std::nullopt, view.worldRotation(), view.objectRotation()));
   std::array<double, 4> clip{};
-  for (int row = 0; row < 4; ++row) {
-    clip[static_cast<std::size_t>(row)] =
-        m[static_cast<std::size_t>(row)] * p[0] + m[static_cast<std::size_t>(4 + row)] * p[1] +
-        m[static_cast<std::size_t>(8 + row)] * p[2] + m[static_cast<std::size_t>(12 + row)];
+  for (std::size_t row = 0; row < 4; ++row) {
+    clip[row] = m[row] * p[0] + m[4 + row] * p[1] + m[8 + row] * p[2] + m[12 + row];
   }
   return {(clip[0] / clip[3] + 1) * 0.5 * camera.viewWidth,
           (clip[1] / clip[3] + 1) * 0.5 * camera.viewHeight};
