@@ -60,14 +60,17 @@ void VXLNetworkView::presentFrame(int width, int height, std::chrono::millisecon
   glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(target));
   glViewport(0, 0, width, height);
   glDepthMask(GL_TRUE);
-  if (p.targets.hasShown()) {
-    p.targets.drawShown();
-    updateProjection();  // drawRect, a pick or an export may follow
-  } else {
+  // A frame of another size (the window was resized since) covers only part
+  // of the window: the rest shows the background.
+  if (!p.targets.shownIs(width, height)) {
     const scene::Rgba clear =
         scene::clearColour(blackBackground() ? scene::Background::Black : scene::Background::White);
     glClearColor(clear.r, clear.g, clear.b, clear.a);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  }
+  if (p.targets.hasShown()) {
+    p.targets.drawShown();
+    updateProjection();  // drawRect, a pick or an export may follow
   }
   if (fInfo()) drawInfo();
   glFlush();

@@ -40,6 +40,10 @@ void FrameTargets::resolve() {
   shown_->bind();
 }
 
+bool FrameTargets::shownIs(int width, int height) const {
+  return shown_ && shown_->size() == QSize(width, height);
+}
+
 void FrameTargets::drawShown() {
   const QSize size = shown_->size();
   GLint viewport[4];

@@ -22,6 +22,8 @@ class FrameTargets {
   // Resolves the drawing framebuffer into the shown one and binds that.
   void resolve();
   bool hasShown() const { return shown_ != nullptr; }
+  // Whether the shown frame is width x height (false when there is none).
+  bool shownIs(int width, int height) const;
   // Draws the shown frame into the bound framebuffer, pixel for pixel at its
   // lower left, with the identity matrices; leaves blending and lighting off.
   void drawShown();

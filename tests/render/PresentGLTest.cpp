@@ -164,4 +164,25 @@ TEST_F(Present, DraggingTheCameraRestartsTheFrameAndShowsItsPieces) {
   view.mouseUp(140, 110);
 }
 
+TEST_F(Present, AFrameOfAnEarlierSizeShowsOverTheBackground) {
+  const Scatter s = scatter(6000, 0, 30);
+  VXLNetworkView view;
+  install(view, s.net, s.at);
+  prepare(view);
+  lookFrom(view, 60);
+  const Image large = present(view, kWhole);
+  view.presentFrame(kSize / 2, kSize / 2, kWhole);
+  // Grown again: until the frame of the new size is done, the smaller one
+  // sits at the lower left and the rest is background, not what was there.
+  const Image grown = present(view, kOnePiece);
+  ASSERT_TRUE(view.framePending());
+  int leftOver = 0;
+  for (int y = kSize / 2; y < kSize; ++y) {
+    for (int x = kSize / 2; x < kSize; ++x) leftOver += white(grown.at(x, y)) ? 0 : 1;
+  }
+  EXPECT_EQ(leftOver, 0);
+  EXPECT_GT(coloured(large, kSize / 2, kSize), 0);
+  EXPECT_GT(coloured(grown, 0, kSize / 2), 0);
+}
+
 }  // namespace
