@@ -41,6 +41,7 @@ void VXLNetworkView::presentFrame(int width, int height, std::chrono::millisecon
   }
   if (!p.targets.prepare(width, height, samples)) {
     p.frame.reset();
+    glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(target));
     drawRect(width, height);
     return;
   }
