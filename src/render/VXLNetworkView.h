@@ -614,6 +614,8 @@ class VXLNetworkView {
   void clickedVertex(std::uint64_t picked);
 
   Frame takeFrame(FrameCopies& copies);
+  // Clears colour and depth of the bound framebuffer to the background.
+  void clearToBackground();
   void resizeGL(int width, int height);
   void makeShapeLists();
   // Vertices from cursor.next up to `end`, then edges [begin, end), in the

@@ -107,18 +107,15 @@ void VXLNetworkView::makeShapeLists() {
   // The sizes are the float values 0.7 and 0.8 widened, not the doubles.
   const double size = static_cast<double>(0.7f);
   const double sizeHD = static_cast<double>(0.8f);
-  glNewList(gl_.listCube, GL_COMPILE);
-  if (shapes) glutSolidCube(size);
-  glEndList();
-  glNewList(gl_.listSphere, GL_COMPILE);
-  if (shapes) glutSolidSphere(size, 12, 12);
-  glEndList();
-  glNewList(gl_.listCubeHD, GL_COMPILE);
-  if (shapes) glutSolidCube(sizeHD);
-  glEndList();
-  glNewList(gl_.listSphereHD, GL_COMPILE);
-  if (shapes) glutSolidSphere(sizeHD, 20, 20);
-  glEndList();
+  auto record = [shapes](GLuint list, auto draw) {
+    glNewList(list, GL_COMPILE);
+    if (shapes) draw();
+    glEndList();
+  };
+  record(gl_.listCube, [&] { glutSolidCube(size); });
+  record(gl_.listSphere, [&] { glutSolidSphere(size, 12, 12); });
+  record(gl_.listCubeHD, [&] { glutSolidCube(sizeHD); });
+  record(gl_.listSphereHD, [&] { glutSolidSphere(sizeHD, 20, 20); });
   gl_.listCreated = true;
 }
 
@@ -163,13 +160,17 @@ void VXLNetworkView::resizeGL(int width, int height) {
   if (shader()) makeBlendingTextures(width, height);
 }
 
-void VXLNetworkView::drawRect(int width, int height) {
-  std::lock_guard context(contextLock_);
+void VXLNetworkView::clearToBackground() {
   const scene::Rgba clear =
       scene::clearColour(blackBackground() ? Background::Black : Background::White);
   glDepthMask(GL_TRUE);
   glClearColor(clear.r, clear.g, clear.b, clear.a);
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+}
+
+void VXLNetworkView::drawRect(int width, int height) {
+  std::lock_guard context(contextLock_);
+  clearToBackground();
 
   resizeGL(width, height);
   updateModelView();

@@ -60,15 +60,9 @@ void VXLNetworkView::presentFrame(int width, int height, std::chrono::millisecon
 
   glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(target));
   glViewport(0, 0, width, height);
-  glDepthMask(GL_TRUE);
   // A frame of another size (the window was resized since) covers only part
   // of the window: the rest shows the background.
-  if (!p.targets.shownIs(width, height)) {
-    const scene::Rgba clear =
-        scene::clearColour(blackBackground() ? scene::Background::Black : scene::Background::White);
-    glClearColor(clear.r, clear.g, clear.b, clear.a);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-  }
+  if (!p.targets.shownIs(width, height)) clearToBackground();
   if (p.targets.hasShown()) {
     p.targets.drawShown();
     updateProjection();  // drawRect, a pick or an export may follow
@@ -107,18 +101,12 @@ std::array<Matrix4, 2> VXLNetworkView::cameraMatrices() const {
 void VXLNetworkView::startPresentedFrame(int width, int height) {
   Presenter& p = *presenter_;
   p.targets.bindDrawing();
-  const scene::Rgba clear =
-      scene::clearColour(blackBackground() ? scene::Background::Black : scene::Background::White);
-  glDepthMask(GL_TRUE);
-  glClearColor(clear.r, clear.g, clear.b, clear.a);
-  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  clearToBackground();
 
   // The camera as drawRect would set it, kept for every piece of the frame.
   resizeGL(width, height);
   updateProjection();
   updateModelView();
-  glGetDoublev(GL_PROJECTION_MATRIX, p.projection.data());
-  glGetDoublev(GL_MODELVIEW_MATRIX, p.modelView.data());
   p.camera = cameraMatrices();
   p.width = width;
   p.height = height;
@@ -144,9 +132,9 @@ bool VXLNetworkView::drawPresentedPieces(Clock::time_point deadline) {
     p.targets.bindDrawing();
     glViewport(0, 0, p.width, p.height);
     glMatrixMode(GL_PROJECTION);
-    glLoadMatrixd(p.projection.data());
+    glLoadMatrixd(p.camera[0].data());
     glMatrixMode(GL_MODELVIEW);
-    glLoadMatrixd(p.modelView.data());
+    glLoadMatrixd(p.camera[1].data());
     glEnable(GL_DEPTH_TEST);
     glEnable(GL_BLEND);
 

@@ -6,13 +6,9 @@
 #include <QRectF>
 
 #include "colour/rgba.h"
-#include "render/scenecolours.h"
 
 namespace overlay {
 
-inline QColor qColour(const scene::Rgba& c) {
-  return QColor::fromRgbF(c.r, c.g, c.b, c.a);
-}
 inline QColor qColour(const colour::Rgba& c) {
   return QColor::fromRgbF(c.r, c.g, c.b, c.a);
 }

@@ -5,6 +5,8 @@
 // frame-blending pass weighs the new frame against the previous one.
 #include <optional>
 
+#include "colour/rgba.h"
+
 namespace scene {
 
 struct Rgb {
@@ -14,13 +16,7 @@ struct Rgb {
   bool operator==(const Rgb&) const = default;
 };
 
-struct Rgba {
-  float r = 0;
-  float g = 0;
-  float b = 0;
-  float a = 0;
-  bool operator==(const Rgba&) const = default;
-};
+using colour::Rgba;
 
 enum class Background { White, Black };
 enum class Selection { NotSelected, Selected };

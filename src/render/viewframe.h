@@ -76,8 +76,7 @@ struct VXLNetworkView::Presenter {
   FrameTargets targets;
   FrameCopies copies;
   std::optional<Frame> frame;  // none: no frame in the making
-  Matrix4 projection{}, modelView{};
-  // The camera the frame was started with, as computed (GL keeps floats).
+  // The projection and model-view the frame was started with.
   std::array<Matrix4, 2> camera{};
   // Show the frame as it is drawn: it is of a network not shown yet, or it
   // was restarted for a camera the user is dragging.
