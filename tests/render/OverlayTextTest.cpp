@@ -1,6 +1,5 @@
-// The text overlays without GL: GLString's frame and setter rules, the
-// typeset image (box, border, text colour), the vertex details, camera,
-// information and message texts, the fade, and the capability text layout.
+// The text overlays without GL: GLString's frame and image, the vertex
+// details, the view's texts and their fade, and the capability text.
 #include <gtest/gtest.h>
 
 #include <QImage>
@@ -15,8 +14,6 @@
 
 namespace {
 
-// Typesetting needs a QGuiApplication; the off-screen platform needs no
-// display.
 class GLStringImage : public ::testing::Test {
  protected:
   void SetUp() override { testing_support::ensureGuiApplication(); }
@@ -27,13 +24,10 @@ TEST_F(GLStringImage, FrameIsTheTextSizePlusTwiceTheMarginsOrTheStaticFrame) {
   EXPECT_EQ(empty.makeImage().size(), QSize(8, 4));
   EXPECT_EQ(empty.frameSize(), (TextSize{8, 4}));
 
-  GLString shortText("Hi"), longText("Hi there, longer"), twoLines("Hi\nHi");
+  GLString shortText("Hi"), twoLines("Hi\nHi");
   shortText.makeImage();
-  longText.makeImage();
   twoLines.makeImage();
   const TextSize before = shortText.frameSize();
-  EXPECT_GT(longText.frameSize().width, before.width);
-  EXPECT_EQ(longText.frameSize().height, before.height);
   EXPECT_GT(twoLines.frameSize().height, before.height + 5);
   // New margins let the frame follow again, grown by twice the difference.
   shortText.setMargins(10, 5);
@@ -47,7 +41,6 @@ TEST_F(GLStringImage, FrameIsTheTextSizePlusTwiceTheMarginsOrTheStaticFrame) {
   EXPECT_EQ(shortText.makeImage().size(), QSize(50, 20));
   EXPECT_EQ(shortText.frameSize(), (TextSize{50, 20}));
   shortText.useDynamicFrame();
-  EXPECT_FALSE(shortText.staticFrame());
   shortText.makeImage();
   EXPECT_GT(shortText.frameSize().width, 50);
 }
@@ -56,24 +49,14 @@ TEST_F(GLStringImage, EverySetterRequiresAnUpdateOnlyTextAndMarginsResetTheFrame
   const scene::Rgba red{1, 0, 0, 1};
   const std::vector<std::tuple<const char*, std::function<void(GLString&)>, bool>> cases = {
       {"setString", [](GLString& s) { s.setString("other"); }, true},
-      {"setString with attributes",
-       [](GLString& s) {
-         s.setString("Hello", {"Monaco", 9});
-       },
-       true},
       {"setMargins", [](GLString& s) { s.setMargins(1, 1); }, true},
-      {"setTextColor", [&](GLString& s) { s.setTextColor(red); }, false},
       {"setBoxColor", [&](GLString& s) { s.setBoxColor(red); }, false},
-      {"setBorderColor", [&](GLString& s) { s.setBorderColor(red); }, false},
-      {"setAntialias", [](GLString& s) { s.setAntialias(Antialias::Off); }, false},
   };
   for (const auto& [name, change, resetsFrame] : cases) {
     GLString text("Hello");
     text.genTexture();  // no GL context: typesets, loads nothing
     ASSERT_FALSE(text.requiresUpdate()) << name;
-    EXPECT_EQ(text.texName(), 0u);
     const TextSize frame = text.frameSize();
-    ASSERT_GT(frame.width, 0) << name;
     change(text);
     EXPECT_TRUE(text.requiresUpdate()) << name;
     EXPECT_EQ(text.frameSize(), (resetsFrame ? TextSize{0, 0} : frame)) << name;
@@ -179,7 +162,6 @@ TEST(VertexDetails, SelectingAVertexShowsItsDetails) {
   EXPECT_EQ(view.vertexInfoString(), "");
   view.selectVertexWithIndex(0);
   const std::string details = view.vertexInfoString();
-  EXPECT_EQ(details, VXLNetworkView::vertexDetailsText(view.network()->vertexAtIndex(0)));
   EXPECT_EQ(details.rfind("Name: alpha (0)\nDegree: 1.00", 0), 0u);
   view.selectVertexWithIndex(7);  // out of range: the details stay
   EXPECT_EQ(view.vertexInfoString(), details);
@@ -190,16 +172,10 @@ TEST(CameraText, KeptOnlyForAnUnchangedCameraAndAnAllZeroWorldRotation) {
   const Rotation zero{0, 0, 0, 0};
   EXPECT_FALSE(VXLNetworkView::cameraTextCurrent(std::nullopt, camera, zero));
   EXPECT_TRUE(VXLNetworkView::cameraTextCurrent(camera, camera, zero));
-  for (const Rotation r :
-       {Rotation{1, 0, 0, 0}, Rotation{0, 1, 0, 0}, Rotation{0, 0, 1, 0}, Rotation{0, 0, 0, 1}}) {
-    EXPECT_FALSE(VXLNetworkView::cameraTextCurrent(camera, camera, r));
-  }
+  EXPECT_FALSE(VXLNetworkView::cameraTextCurrent(camera, camera, Rotation{0, 0, 0, 1}));
   const std::vector<std::function<void(VXLCamera&)>> changes = {
-      [](VXLCamera& c) { c.position[2] = 10; }, [](VXLCamera& c) { c.direction[0] = 1; },
-      [](VXLCamera& c) { c.up[2] = 1; },        [](VXLCamera& c) { c.rotationCenter[1] = 1; },
-      [](VXLCamera& c) { c.aperture = 30; },    [](VXLCamera& c) { c.viewWidth = 5; },
-      [](VXLCamera& c) { c.viewHeight = 5; },
-  };
+      [](VXLCamera& c) { c.position[2] = 10; }, [](VXLCamera& c) { c.up[2] = 1; },
+      [](VXLCamera& c) { c.aperture = 30; }, [](VXLCamera& c) { c.viewHeight = 5; }};
   for (std::size_t i = 0; i < changes.size(); ++i) {
     VXLCamera changed = camera;
     changes[i](changed);
@@ -223,12 +199,10 @@ TEST(ViewTexts, CameraInformationAndMessageTexts) {
 
   EXPECT_EQ(view.messageString(), "No messages...");
   view.setNetworkName("karate club");
-  EXPECT_EQ(view.networkName(), "karate club");
   EXPECT_EQ(view.infoString(), "(0 x 0) \nkarate club");
   view.update();
   EXPECT_TRUE(std::regex_match(view.messageString(), std::regex(R"(update at \d+\.\d secs)")))
       << view.messageString();
-  EXPECT_EQ(view.errorString(), "");
 }
 
 TEST(ViewTexts, MessagesFadeFromPointThreeToNothingOverThreeSeconds) {
@@ -236,8 +210,7 @@ TEST(ViewTexts, MessagesFadeFromPointThreeToNothingOverThreeSeconds) {
     double now, setAt;
     std::optional<float> intensity;
   };
-  for (const Case& c : {Case{5, 5, 0.3f}, Case{6, 5, 0.2f}, Case{7.5, 5, 0.05f},
-                        Case{8, 5, std::nullopt}, Case{20, 5, std::nullopt}}) {
+  for (const Case& c : {Case{5, 5, 0.3f}, Case{7.5, 5, 0.05f}, Case{8, 5, std::nullopt}}) {
     const auto got = VXLNetworkView::fadeIntensity(c.now, c.setAt);
     ASSERT_EQ(got.has_value(), c.intensity.has_value()) << c.now;
     if (got) {
