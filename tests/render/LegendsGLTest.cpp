@@ -37,8 +37,7 @@ class LegendFrame : public OffscreenGL {
     install(view_, network(1, {}), {{0, 0, 0}});
     view_.setBlackBackground(true);
     view_.setFInfo(true);
-    prepare(view_);
-    lookFrom(view_, 20);
+    aim(view_, 20);
     legend_ = VXLLegends::initWithTitle("", {"low", "high"}, {kBlue, kBlue},
                                         LegendKind::Categorical, scene::Background::Black);
     view_.setLegends(legend_);

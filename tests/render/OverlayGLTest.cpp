@@ -19,8 +19,7 @@ class Overlay : public OffscreenGL {
     install(view_, network(1, {}), {{0, 0, 0}});
     view_.setBlackBackground(true);
     view_.setFInfo(true);  // as a window does
-    prepare(view_);
-    lookFrom(view_, 20);
+    aim(view_, 20);
   }
 
   // Pixels brighter than the black background, y measured from the top.

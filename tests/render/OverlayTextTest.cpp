@@ -45,24 +45,6 @@ TEST_F(GLStringImage, FrameIsTheTextSizePlusTwiceTheMarginsOrTheStaticFrame) {
   EXPECT_GT(shortText.frameSize().width, 50);
 }
 
-TEST_F(GLStringImage, EverySetterRequiresAnUpdateOnlyTextAndMarginsResetTheFrame) {
-  const scene::Rgba red{1, 0, 0, 1};
-  const std::vector<std::tuple<const char*, std::function<void(GLString&)>, bool>> cases = {
-      {"setString", [](GLString& s) { s.setString("other"); }, true},
-      {"setMargins", [](GLString& s) { s.setMargins(1, 1); }, true},
-      {"setBoxColor", [&](GLString& s) { s.setBoxColor(red); }, false},
-  };
-  for (const auto& [name, change, resetsFrame] : cases) {
-    GLString text("Hello");
-    text.genTexture();  // no GL context: typesets, loads nothing
-    ASSERT_FALSE(text.requiresUpdate()) << name;
-    const TextSize frame = text.frameSize();
-    change(text);
-    EXPECT_TRUE(text.requiresUpdate()) << name;
-    EXPECT_EQ(text.frameSize(), (resetsFrame ? TextSize{0, 0} : frame)) << name;
-  }
-}
-
 void forEachPixel(const QImage& image, const std::function<void(int, int, QRgb)>& visit) {
   for (int y = 0; y < image.height(); ++y) {
     for (int x = 0; x < image.width(); ++x) visit(x, y, image.pixel(x, y));
@@ -219,20 +201,12 @@ TEST(ViewTexts, MessagesFadeFromPointThreeToNothingOverThreeSeconds) {
   }
 }
 
-TEST(Capabilities, TextListsTheItemsAndEveryExtensionWithinTheLineWidth) {
+TEST(Capabilities, ExtensionsAreListedSeveralToALineWithinTheWidth) {
   capabilities::GlCapabilities caps;
-  caps.renderer = "Test Renderer";
-  caps.maxTextureSize = 8192;
-  caps.maxViewportWidth = 1024;
-  caps.maxViewportHeight = 768;
   for (int i = 0; i < 23; ++i) caps.extensions.push_back("GL_TEST_extension_" + std::to_string(i));
   caps.extensions.push_back("GL_" + std::string(70, 'z'));  // longer than the width
   const std::string text = capabilities::capabilitiesText(caps, 60);
-  for (const char* item : {"Renderer: Test Renderer\n", "Max texture size: 8192\n",
-                           "Max viewport: 1024 x 768\n", "Extensions (24):"}) {
-    EXPECT_NE(text.find(item), std::string::npos) << item;
-  }
-  std::istringstream lines(text.substr(text.find("Extensions")));
+  std::istringstream lines(text.substr(text.find("Extensions (24):")));
   std::vector<std::string> seen;
   std::string line;
   std::getline(lines, line);
@@ -240,12 +214,10 @@ TEST(Capabilities, TextListsTheItemsAndEveryExtensionWithinTheLineWidth) {
   for (; std::getline(lines, line); ++extensionLines) {
     std::istringstream names(line);
     for (std::string name; names >> name;) seen.push_back(name);
-    if (line.find("zzz") == std::string::npos) {
-      EXPECT_LE(line.size(), 60u) << line;
-    }
+    EXPECT_TRUE(line.size() <= 60 || line.find("zzz") != std::string::npos) << line;
   }
   EXPECT_EQ(seen, caps.extensions);
-  EXPECT_GT(extensionLines, 5);  // several to a line, not one per line
+  EXPECT_GT(extensionLines, 5);
   EXPECT_LT(extensionLines, 23);
 }
 

@@ -92,20 +92,11 @@ inline Pixel pixelAt(const Image& image, const VXLNetworkView& view, const Vec3d
 }
 
 // Looks at the origin from (0, 0, distance), without the default tilt.
-inline void lookFrom(VXLNetworkView& view, double distance) {
-  VXLCamera camera = view.camera();
-  camera.position = {0, 0, distance};
-  camera.direction = {-0.0, -0.0, -distance};
-  view.setCamera(camera);
-  view.setWorldRotation({});
-}
-
 // Weighted when weights are given.
 std::shared_ptr<QLONetwork> network(std::uint64_t vertices,
                                     const std::vector<std::array<std::uint64_t, 2>>& edges,
                                     const std::vector<float>& weights = {});
 
-// Installs the network and places vertex i at positions[i].
 void install(VXLNetworkView& view, std::shared_ptr<QLONetwork> network,
              const std::vector<Vec3d>& positions);
 
@@ -125,10 +116,14 @@ class OffscreenGL : public ::testing::Test {
     view.drawRect(width, height);
     return read();
   }
-  // Prepares the view and looks at the origin from `distance`.
+  // Prepares the view and looks at the origin from (0, 0, distance), untilted.
   static void aim(VXLNetworkView& view, double distance) {
     prepare(view);
-    lookFrom(view, distance);
+    VXLCamera camera = view.camera();
+    camera.position = {0, 0, distance};
+    camera.direction = {-0.0, -0.0, -distance};
+    view.setCamera(camera);
+    view.setWorldRotation({});
   }
   Image look(VXLNetworkView& view, double distance) {
     aim(view, distance);
