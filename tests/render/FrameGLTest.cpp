@@ -1,8 +1,7 @@
-// A frame beyond the passes: frame blending, the GL error report, what a
-// frame prepares, and the background setters' log lines.
+// A frame beyond the passes: frame blending, the GL error report, and what a
+// frame prepares.
 #include <GL/gl.h>
 
-#include <functional>
 #include <regex>
 
 #include "offscreen_gl.h"
@@ -81,24 +80,6 @@ TEST_F(Frame, FrameFillsTheFilterCacheAndKeepsAFittingSelectionMask) {
     ASSERT_NE(view.filterProperty(), nullptr);
     EXPECT_EQ(view.filterProperty()->size(), n);
     EXPECT_EQ(view.selectedNodesIndexes(), mask);
-  }
-}
-
-TEST(ViewBackground, SettersLogTheBlackBackgroundFlag) {
-  VXLNetworkView view;
-  struct Step {
-    std::function<void()> action;
-    const char* line;
-  };
-  const Step steps[] = {
-      {[&] { view.setBlackBackground(true); }, "plexview: blackBackground:YES\n"},
-      // The transparency setter reports the black flag, not its own value.
-      {[&] { view.setTransparentBackground(false); }, "plexview: transparentBackground:YES\n"},
-  };
-  for (const Step& step : steps) {
-    testing::internal::CaptureStderr();
-    step.action();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), step.line);
   }
 }
 

@@ -1,6 +1,5 @@
 // Vector export: documents real readers accept, the primitives recorded, the
 // rounds as the feedback buffer grows, and the view left as it was.
-#include <QFile>
 #include <QProcess>
 #include <regex>
 
@@ -14,31 +13,16 @@ using namespace gltest;
 class VectorExport : public ExportFixture {};
 
 struct ToolRun {
-  int exitCode = -1;
+  int exitCode = -1;  // -1 when the tool did not run to its end
   std::string output;
 };
-
 ToolRun run(const QString& program, const QStringList& arguments) {
   QProcess process;
   process.setProcessChannelMode(QProcess::MergedChannels);
   process.start(program, arguments);
-  ToolRun result;
-  if (!process.waitForFinished(60000)) {
-    result.output = program.toStdString() + " did not run: " + process.errorString().toStdString();
-    return result;
-  }
-  result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-  result.output = process.readAll().toStdString();
-  return result;
-}
-
-QString q(const std::filesystem::path& path) {
-  return QString::fromStdString(path.string());
-}
-
-std::string textOf(const std::filesystem::path& path) {
-  QFile file(q(path));
-  return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+  const bool ran = process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit;
+  return {ran ? process.exitCode() : -1,
+          process.readAll().toStdString() + (ran ? "" : process.errorString().toStdString())};
 }
 
 int count(const std::string& text, const std::string& what) {
@@ -97,7 +81,7 @@ TEST_F(VectorExport, SvgHoldsTheScenesPrimitives) {
   install(view, network(3, {{0, 1}, {1, 2}, {2, 0}}), {{-10, -5, 0}, {10, -5, 0}, {0, 8, 0}});
   view.setColors(vectors({{1, 0, 0}, {1, 0, 0}, {1, 0, 0}}));
   view.setShowNodes(false);
-  std::string svg = textOf(save("edges.svg", 300, 200, 3.5f).path);
+  std::string svg = bytesOf(save("edges.svg", 300, 200, 3.5f).path);
   EXPECT_EQ(count(svg, "<polyline"), 3);
   // Every line has the export's width, not the view's own 1.5.
   EXPECT_EQ(count(svg, "stroke-width=\"3.5\""), 3);
@@ -105,7 +89,7 @@ TEST_F(VectorExport, SvgHoldsTheScenesPrimitives) {
   // Vertices alone: filled polygons in their colour over the background's.
   view.setShowNodes(true);
   view.setShowEdges(false);
-  svg = textOf(save("vertices.svg", 300, 200).path);
+  svg = bytesOf(save("vertices.svg", 300, 200).path);
   EXPECT_EQ(count(svg, "<polyline"), 0);
   const int polygons = count(svg, "<polygon");
   EXPECT_GT(polygons, 3 * 20);
@@ -149,7 +133,7 @@ TEST_F(VectorExport, TheBackgroundIsAlwaysOpaque) {
   const QImage page = pdfPage(report.path);
   EXPECT_EQ(page.pixel(0, 0), qRgb(0, 0, 0));
   EXPECT_EQ(page.pixel(299, 199), qRgb(0, 0, 0));
-  EXPECT_NE(textOf(save("dark.svg", 300, 200).path).find("<polygon fill=\"#000000\""),
+  EXPECT_NE(bytesOf(save("dark.svg", 300, 200).path).find("<polygon fill=\"#000000\""),
             std::string::npos);
 }
 

@@ -18,18 +18,14 @@ const Vec3d kShadowSide{-0.4, -0.4, 0};
 // Between the sphere (radius 0.7) and the selection shell (radius 0.8).
 const Vec3d kShellRim{-0.77, 0, 0};
 
-TEST_F(Vertices, BackgroundIsClearedWithOrWithoutANetwork) {
-  for (int n = 1; n < 4; ++n) {
-    const bool black = n & 1, empty = n & 2;
-    VXLNetworkView view;
-    if (empty) install(view, network(0, {}), {});
-    view.setBlackBackground(black);
-    prepare(view);
-    const Image image = frame(view);
-    const Pixel want = black ? Pixel{0, 0, 0, 255} : Pixel{255, 255, 255, 255};
-    for (int i = 0; i < kSize * kSize; i += 97) {  // a scattered sample
-      ASSERT_TRUE(near(image.at(i % kSize, i / kSize), want, 0)) << n << " at " << i;
-    }
+TEST_F(Vertices, BackgroundIsClearedWithAnEmptyNetwork) {
+  VXLNetworkView view;
+  install(view, network(0, {}), {});
+  view.setBlackBackground(true);
+  prepare(view);
+  const Image image = frame(view);
+  for (int i = 0; i < kSize * kSize; i += 97) {  // a scattered sample
+    ASSERT_TRUE(near(image.at(i % kSize, i / kSize), {0, 0, 0, 255}, 0)) << i;
   }
 }
 

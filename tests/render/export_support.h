@@ -3,6 +3,7 @@
 // an edge, drawn once at the fixture's size, a scratch folder for the files,
 // and where a world point lands in a picture of another size.
 #include <QColor>
+#include <QFile>
 #include <QImage>
 #include <filesystem>
 #include <string>
@@ -12,6 +13,18 @@
 #include "render/exportcontext.h"
 
 namespace gltest {
+
+inline QString q(const std::filesystem::path& path) {
+  return QString::fromStdString(path.string());
+}
+inline QImage load(const std::filesystem::path& path) {
+  return QImage(q(path));
+}
+// The file's bytes, empty when it cannot be read.
+inline std::string bytesOf(const std::filesystem::path& path) {
+  QFile file(q(path));
+  return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+}
 
 inline constexpr Vec3d kUpperLeft{-12, 8, 0};
 inline constexpr Vec3d kLowerRight{12, -8, 0};
