@@ -104,7 +104,6 @@ TEST_F(Edges, WhichEdgesAreDrawn) {
     };
   };
   const Case cases[] = {
-      {"unweighted", {}, nothing, true},
       {"zero weight", {0, 1}, nothing, false},
       {"weight cut by the threshold", {0.3f, 1}, threshold, false},
       {"weight within the threshold", {0.6f, 1}, threshold, true},

@@ -38,7 +38,6 @@ TEST_F(Picking, NearerOfOverlappingVerticesUnlessItIsNotDrawn) {
     view.setMaxFilterProperty(1.5f);
   };
   const Case cases[] = {
-      {"near drawn first", 0, [](VXLNetworkView&) {}, true},
       {"near drawn last", 1, [](VXLNetworkView&) {}, true},
       {"near hidden", 1, hideNear, false},
       {"near filtered out", 0, filterNear, false},
