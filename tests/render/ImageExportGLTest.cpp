@@ -44,24 +44,20 @@ TEST_F(ImageExport, EachWriterGivesItsFormatAtTheAskedSize) {
 }
 
 TEST_F(ImageExport, BackgroundIsTransparentOnlyWhenAsked) {
-  struct Case {
-    bool black, transparent;
-    QRgb corner;
-  };
-  const Case cases[] = {{false, false, qRgba(255, 255, 255, 255)},
-                        {false, true, qRgba(255, 255, 255, 0)},
-                        {true, false, qRgba(0, 0, 0, 255)}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.black ? "black" : "white") + (c.transparent ? " transparent" : ""));
-    view.setBlackBackground(c.black);
-    view.setTransparentBackground(c.transparent);
+  for (const auto& [black, transparent, want] :
+       {std::tuple{false, false, qRgba(255, 255, 255, 255)},
+        {false, true, qRgba(255, 255, 255, 0)},
+        {true, false, qRgba(0, 0, 0, 255)}}) {
+    SCOPED_TRACE(std::string(black ? "black" : "white") + (transparent ? " transparent" : ""));
+    view.setBlackBackground(black);
+    view.setTransparentBackground(transparent);
     const ExportReport report = save("bg.png", 120, 90);
     ASSERT_TRUE(report.written) << report.error;
     const QImage file = load(report.path);
-    EXPECT_EQ(file.hasAlphaChannel(), c.transparent);
+    EXPECT_EQ(file.hasAlphaChannel(), transparent);
     const QImage picture = file.convertToFormat(QImage::Format_ARGB32);
     const QRgb corner = picture.pixel(0, 0);
-    EXPECT_EQ(qAlpha(corner) ? corner : 0u, qAlpha(c.corner) ? c.corner : 0u);
+    EXPECT_EQ(qAlpha(corner) ? corner : 0u, qAlpha(want) ? want : 0u);
     EXPECT_EQ(colourAt(picture, kUpperLeft).alpha(), 255);
   }
 }

@@ -40,20 +40,16 @@ QImage pdfPage(const std::filesystem::path& pdf) {
 }
 
 TEST_F(VectorExport, DocumentsOpenInTheirReaders) {
-  struct Case {
-    const char* name;
-    ExportFormat format;
-  };
-  const Case cases[] = {
-      {"n.pdf", ExportFormat::Pdf}, {"n.SVG", ExportFormat::Svg}, {"n.eps", ExportFormat::Eps}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    const ExportReport report = save(c.name, 300, 200, 2.0f);
+  for (const auto& [name, format] : {std::pair{"n.pdf", ExportFormat::Pdf},
+                                     {"n.SVG", ExportFormat::Svg},
+                                     {"n.eps", ExportFormat::Eps}}) {
+    SCOPED_TRACE(name);
+    const ExportReport report = save(name, 300, 200, 2.0f);
     ASSERT_TRUE(report.written) << report.error;
-    EXPECT_EQ(report.format, c.format);
+    EXPECT_EQ(report.format, format);
     EXPECT_EQ(report.rounds, 1);
     ToolRun check;
-    switch (c.format) {
+    switch (format) {
       case ExportFormat::Pdf:
         check = run("pdfinfo", {q(report.path)});
         EXPECT_NE(check.output.find("Pages:           1"), std::string::npos) << check.output;
@@ -106,19 +102,16 @@ TEST_F(VectorExport, SvgHoldsTheScenesPrimitives) {
 TEST_F(VectorExport, APageTooLargeForTheBufferIsRecordedAgain) {
   // A line takes 15 feedback values, the width marker 4: 69,904 lines fit
   // 1,048,576 values, 69,905 do not, and 150,000 need a third round.
-  struct Case {
-    std::uint64_t lines;
-    int rounds;
-  };
   view.setShowNodes(false);
-  for (const Case c : {Case{69904, 1}, Case{69905, 2}, Case{150000, 3}}) {
-    SCOPED_TRACE(c.lines);
-    install(view, network(2, std::vector<std::array<std::uint64_t, 2>>(c.lines, {0, 1})),
+  for (const auto& [lines, rounds] :
+       {std::pair<std::uint64_t, int>{69904, 1}, {69905, 2}, {150000, 3}}) {
+    SCOPED_TRACE(lines);
+    install(view, network(2, std::vector<std::array<std::uint64_t, 2>>(lines, {0, 1})),
             {kUpperLeft, kLowerRight});
     const ExportReport report = save("many.pdf", 300, 200);
     ASSERT_TRUE(report.written) << report.error;
-    EXPECT_EQ(report.rounds, c.rounds);
-    EXPECT_EQ(report.bufferSize, c.rounds * vector_export::kBufferStep);
+    EXPECT_EQ(report.rounds, rounds);
+    EXPECT_EQ(report.bufferSize, rounds * vector_export::kBufferStep);
     const ToolRun info = run("pdfinfo", {q(report.path)});
     EXPECT_EQ(info.exitCode, 0) << info.output;
     EXPECT_NE(info.output.find("Pages:           1"), std::string::npos) << info.output;
