@@ -52,30 +52,26 @@ struct Fixture {
   }
 };
 
-TEST(InteractionDrag, TrackballTurnsUntilReleasedOrEndedByAPanOrDollyPress) {
+TEST(InteractionDrag, TrackballTurnsUntilReleasedOrEndedByAPanPress) {
   using enum VXLNetworkView::Drag;
-  struct Case {
-    double toX;  // where a drag from x = 100.2 ends; within a pixel it is a click
-    Modifiers press;
-    VXLNetworkView::Drag after;  // of a press with `press` before the release, if any
-  };
-  const Case cases[] = {{150, {}, None}, {100.9, {}, None}, {150, Modifier::Control, Pan}};
-  for (const Case& c : cases) {
+  // Drags from x = 100.2 to `toX` (within a pixel: a click), with or
+  // without a Control press before the release that turns them into a pan.
+  for (const auto& [toX, panPress] : {std::pair{150.0, false}, {100.9, false}, {150.0, true}}) {
     Fixture f;
-    const bool tiny = c.toX < 101;
+    const bool tiny = toX < 101;
     f.view.mouseDown(100.2, 100, {});
     if (!tiny) f.view.mouseDragged(120, 100);  // measured from the press, not from here
-    f.view.mouseDragged(c.toX, 100);
+    f.view.mouseDragged(toX, 100);
     const Rotation drag = f.view.trackBallRotation();
     const auto ball = camera::trackballStart(kSize, kSize, 100.2, 100);
-    EXPECT_EQ(drag, tiny ? Rotation{} : *camera::trackballRotation(ball, c.toX, 100));
+    EXPECT_EQ(drag, tiny ? Rotation{} : *camera::trackballRotation(ball, toX, 100));
     EXPECT_EQ(f.view.worldRotation(), f.before) << "folded before the drag ended";
-    if (c.after != None) f.view.mouseDown(10, 10, c.press);
-    EXPECT_EQ(f.view.drag(), c.after == None ? Trackball : c.after);
-    f.view.mouseUp(c.toX, 100);
+    if (panPress) f.view.mouseDown(10, 10, Modifier::Control);
+    EXPECT_EQ(f.view.drag(), panPress ? Pan : Trackball);
+    f.view.mouseUp(toX, 100);
     EXPECT_EQ(f.view.drag(), None);
     EXPECT_EQ(f.view.trackBallRotation().angle, 0.0f);
-    EXPECT_TRUE(f.foldedOnce(drag)) << c.toX << " " << static_cast<int>(c.after);
+    EXPECT_TRUE(f.foldedOnce(drag)) << toX << " " << panPress;
     EXPECT_EQ(f.picks.size(), tiny ? 1u : 0u) << "only a drag within a pixel is a click";
   }
 }
