@@ -36,7 +36,8 @@ Scatter scatter(std::uint64_t n, double cx, double side) {
   return {network(n, edges), at};
 }
 
-// Pixels in columns [x0, x1) and rows [y0, kSize) that are not background.
+// Pixels in columns [x0, x1) and rows [y0, kSize) (from the bottom) that are
+// not background.
 int coloured(const Image& image, int x0 = 0, int x1 = kSize, int y0 = 0) {
   int count = 0;
   for (int y = y0; y < image.height; ++y) {
@@ -58,11 +59,10 @@ class Present : public OffscreenGL {
     return present(view, kWhole);
   }
   // One piece a call until the frame is shown; `between` runs after each.
-  Image finish(
-      VXLNetworkView& view, const std::function<void()>& between = [] {}) {
+  Image finish(VXLNetworkView& view, const std::function<void()>& between = {}) {
     do {
       view.presentFrame(kSize, kSize, kOnePiece);
-      between();
+      if (between) between();
     } while (view.framePending());
     return read();
   }
