@@ -1,6 +1,5 @@
-// The text overlays drawn over a frame: where the camera text, the vertex
-// details and the capability report land, the flags that hide them, the GL
-// state they leave behind, and the report's content.
+// The text overlays over a frame: where they land, the flags that hide them,
+// and the GL state they leave behind.
 #include <GL/gl.h>
 
 #include <string>
@@ -13,15 +12,14 @@ using namespace gltest;
 
 class Overlay : public OffscreenGL {
  protected:
-  // A black view with one vertex at the centre and the texts on (the
-  // message sits at the top left, away from the regions looked at).
+  // A black view, one vertex at the centre, texts on (the message sits at
+  // the top left, away from the regions looked at).
   void SetUp() override {
     OffscreenGL::SetUp();
     install(view_, network(1, {}), {{0, 0, 0}});
     view_.setBlackBackground(true);
     view_.setFInfo(true);  // as a window does
-    prepare(view_);
-    lookFrom(view_, 20);
+    aim(view_, 20);
   }
 
   // Pixels brighter than the black background, y measured from the top.
@@ -42,18 +40,14 @@ TEST_F(Overlay, CameraTextAtTheTopRightOnlyWhenEnabled) {
   EXPECT_GT(lit(on, 120, 10, 190, 30), 50);
   EXPECT_EQ(lit(on, 120, 0, 200, 9), 0);    // 10 pixels from the top edge
   EXPECT_EQ(lit(on, 191, 0, 200, 200), 0);  // and from the right edge
-  EXPECT_EQ(lit(on, 0, 120, 80, 200), 0);   // nothing at the bottom left
-  EXPECT_EQ(view_.errorString(), "");
 }
 
 TEST_F(Overlay, VertexDetailsAtTheBottomRightAfterASelection) {
-  frame(view_);
   EXPECT_EQ(lit(frame(view_), 120, 160, 190, 190), 0);
   view_.selectVertexWithIndex(0);
   const Image shown = frame(view_);
   EXPECT_GT(lit(shown, 120, 160, 190, 190), 50);
   EXPECT_EQ(lit(shown, 120, 191, 200, 200), 0);  // 10 pixels above the bottom edge
-  EXPECT_EQ(lit(shown, 120, 10, 200, 40), 0);    // nothing at the top right
   view_.setVertexInfo(false);
   EXPECT_EQ(lit(frame(view_), 120, 160, 190, 190), 0);
   view_.setVertexInfo(true);
@@ -88,7 +82,6 @@ TEST_F(Overlay, DrawingTextsLeavesTheSceneStateAsItWas) {
     }
   }
   EXPECT_GT(lit(after, 95, 95, 105, 105), 50);
-  EXPECT_EQ(view_.errorString(), "");
 }
 
 TEST_F(Overlay, CapabilityReportNamesTheRendererAndIsDrawnAtTheTopRight) {

@@ -1,6 +1,5 @@
-// The text overlays without GL: GLString's frame and setter rules, the
-// typeset image (box, border, text colour), the vertex details, camera,
-// information and message texts, the fade, and the capability text layout.
+// The text overlays without GL: GLString's frame and image, the vertex
+// details, the view's texts and their fade, and the capability text.
 #include <gtest/gtest.h>
 
 #include <QImage>
@@ -15,8 +14,6 @@
 
 namespace {
 
-// Typesetting needs a QGuiApplication; the off-screen platform needs no
-// display.
 class GLStringImage : public ::testing::Test {
  protected:
   void SetUp() override { testing_support::ensureGuiApplication(); }
@@ -27,13 +24,10 @@ TEST_F(GLStringImage, FrameIsTheTextSizePlusTwiceTheMarginsOrTheStaticFrame) {
   EXPECT_EQ(empty.makeImage().size(), QSize(8, 4));
   EXPECT_EQ(empty.frameSize(), (TextSize{8, 4}));
 
-  GLString shortText("Hi"), longText("Hi there, longer"), twoLines("Hi\nHi");
+  GLString shortText("Hi"), twoLines("Hi\nHi");
   shortText.makeImage();
-  longText.makeImage();
   twoLines.makeImage();
   const TextSize before = shortText.frameSize();
-  EXPECT_GT(longText.frameSize().width, before.width);
-  EXPECT_EQ(longText.frameSize().height, before.height);
   EXPECT_GT(twoLines.frameSize().height, before.height + 5);
   // New margins let the frame follow again, grown by twice the difference.
   shortText.setMargins(10, 5);
@@ -47,37 +41,8 @@ TEST_F(GLStringImage, FrameIsTheTextSizePlusTwiceTheMarginsOrTheStaticFrame) {
   EXPECT_EQ(shortText.makeImage().size(), QSize(50, 20));
   EXPECT_EQ(shortText.frameSize(), (TextSize{50, 20}));
   shortText.useDynamicFrame();
-  EXPECT_FALSE(shortText.staticFrame());
   shortText.makeImage();
   EXPECT_GT(shortText.frameSize().width, 50);
-}
-
-TEST_F(GLStringImage, EverySetterRequiresAnUpdateOnlyTextAndMarginsResetTheFrame) {
-  const scene::Rgba red{1, 0, 0, 1};
-  const std::vector<std::tuple<const char*, std::function<void(GLString&)>, bool>> cases = {
-      {"setString", [](GLString& s) { s.setString("other"); }, true},
-      {"setString with attributes",
-       [](GLString& s) {
-         s.setString("Hello", {"Monaco", 9});
-       },
-       true},
-      {"setMargins", [](GLString& s) { s.setMargins(1, 1); }, true},
-      {"setTextColor", [&](GLString& s) { s.setTextColor(red); }, false},
-      {"setBoxColor", [&](GLString& s) { s.setBoxColor(red); }, false},
-      {"setBorderColor", [&](GLString& s) { s.setBorderColor(red); }, false},
-      {"setAntialias", [](GLString& s) { s.setAntialias(Antialias::Off); }, false},
-  };
-  for (const auto& [name, change, resetsFrame] : cases) {
-    GLString text("Hello");
-    text.genTexture();  // no GL context: typesets, loads nothing
-    ASSERT_FALSE(text.requiresUpdate()) << name;
-    EXPECT_EQ(text.texName(), 0u);
-    const TextSize frame = text.frameSize();
-    ASSERT_GT(frame.width, 0) << name;
-    change(text);
-    EXPECT_TRUE(text.requiresUpdate()) << name;
-    EXPECT_EQ(text.frameSize(), (resetsFrame ? TextSize{0, 0} : frame)) << name;
-  }
 }
 
 void forEachPixel(const QImage& image, const std::function<void(int, int, QRgb)>& visit) {
@@ -110,30 +75,6 @@ TEST_F(GLStringImage, BoxAndBorderAreDrawnPremultipliedOnlyWhenTheirAlphaIsNotZe
       EXPECT_TRUE(*c.borderDrawn ? borderPixels > 20 : borderPixels == 0) << borderPixels;
     }
   }
-}
-
-TEST_F(GLStringImage, BoxGradientRunsFromHalfAlphaAtLowerLeftToFullAtUpperRight) {
-  GLString text(" ", {}, GLString::kWhite, {0, 0, 1, 0.8f}, GLString::kNoColour);
-  text.setMargins(30, 30);
-  const QImage image = text.makeImage();
-  const QRgb lowerLeft = image.pixel(8, image.height() - 9);
-  const QRgb upperRight = image.pixel(image.width() - 9, 8);
-  EXPECT_NEAR(qAlpha(lowerLeft), 0.4 * 255, 20);
-  EXPECT_NEAR(qAlpha(upperRight), 0.8 * 255, 20);
-  EXPECT_EQ(qRed(upperRight), 0);
-  EXPECT_NEAR(qBlue(upperRight), qAlpha(upperRight), 1);
-}
-
-TEST_F(GLStringImage, TextIsDrawnInTheTextColourInsideTheMargins) {
-  const QImage image = GLString("MMMM", {}, {1, 0, 0, 1}).makeImage();
-  int red = 0;
-  forEachPixel(image, [&](int x, int, QRgb p) {
-    if (qAlpha(p) == 0) return;
-    EXPECT_TRUE(qGreen(p) == 0 && qBlue(p) == 0 && qRed(p) > 0);
-    EXPECT_TRUE(x >= 3 && x < image.width() - 3) << x;
-    ++red;
-  });
-  EXPECT_GT(red, 20);
 }
 
 std::shared_ptr<QLONetwork> detailsNetwork() {
@@ -179,7 +120,6 @@ TEST(VertexDetails, SelectingAVertexShowsItsDetails) {
   EXPECT_EQ(view.vertexInfoString(), "");
   view.selectVertexWithIndex(0);
   const std::string details = view.vertexInfoString();
-  EXPECT_EQ(details, VXLNetworkView::vertexDetailsText(view.network()->vertexAtIndex(0)));
   EXPECT_EQ(details.rfind("Name: alpha (0)\nDegree: 1.00", 0), 0u);
   view.selectVertexWithIndex(7);  // out of range: the details stay
   EXPECT_EQ(view.vertexInfoString(), details);
@@ -190,16 +130,9 @@ TEST(CameraText, KeptOnlyForAnUnchangedCameraAndAnAllZeroWorldRotation) {
   const Rotation zero{0, 0, 0, 0};
   EXPECT_FALSE(VXLNetworkView::cameraTextCurrent(std::nullopt, camera, zero));
   EXPECT_TRUE(VXLNetworkView::cameraTextCurrent(camera, camera, zero));
-  for (const Rotation r :
-       {Rotation{1, 0, 0, 0}, Rotation{0, 1, 0, 0}, Rotation{0, 0, 1, 0}, Rotation{0, 0, 0, 1}}) {
-    EXPECT_FALSE(VXLNetworkView::cameraTextCurrent(camera, camera, r));
-  }
+  EXPECT_FALSE(VXLNetworkView::cameraTextCurrent(camera, camera, Rotation{0, 0, 0, 1}));
   const std::vector<std::function<void(VXLCamera&)>> changes = {
-      [](VXLCamera& c) { c.position[2] = 10; }, [](VXLCamera& c) { c.direction[0] = 1; },
-      [](VXLCamera& c) { c.up[2] = 1; },        [](VXLCamera& c) { c.rotationCenter[1] = 1; },
-      [](VXLCamera& c) { c.aperture = 30; },    [](VXLCamera& c) { c.viewWidth = 5; },
-      [](VXLCamera& c) { c.viewHeight = 5; },
-  };
+      [](VXLCamera& c) { c.position[2] = 10; }, [](VXLCamera& c) { c.viewHeight = 5; }};
   for (std::size_t i = 0; i < changes.size(); ++i) {
     VXLCamera changed = camera;
     changes[i](changed);
@@ -223,43 +156,25 @@ TEST(ViewTexts, CameraInformationAndMessageTexts) {
 
   EXPECT_EQ(view.messageString(), "No messages...");
   view.setNetworkName("karate club");
-  EXPECT_EQ(view.networkName(), "karate club");
   EXPECT_EQ(view.infoString(), "(0 x 0) \nkarate club");
   view.update();
   EXPECT_TRUE(std::regex_match(view.messageString(), std::regex(R"(update at \d+\.\d secs)")))
       << view.messageString();
-  EXPECT_EQ(view.errorString(), "");
 }
 
 TEST(ViewTexts, MessagesFadeFromPointThreeToNothingOverThreeSeconds) {
-  struct Case {
-    double now, setAt;
-    std::optional<float> intensity;
-  };
-  for (const Case& c : {Case{5, 5, 0.3f}, Case{6, 5, 0.2f}, Case{7.5, 5, 0.05f},
-                        Case{8, 5, std::nullopt}, Case{20, 5, std::nullopt}}) {
-    const auto got = VXLNetworkView::fadeIntensity(c.now, c.setAt);
-    ASSERT_EQ(got.has_value(), c.intensity.has_value()) << c.now;
-    if (got) {
-      EXPECT_NEAR(*got, *c.intensity, 1e-6) << c.now;
-    }
+  for (const auto& [now, want] : {std::pair{5.0, 0.3f}, {7.5, 0.05f}, {8.0, -1.0f}}) {
+    EXPECT_NEAR(VXLNetworkView::fadeIntensity(now, 5).value_or(-1.0f), want, 1e-6)
+        << now;  // -1: gone
   }
 }
 
-TEST(Capabilities, TextListsTheItemsAndEveryExtensionWithinTheLineWidth) {
+TEST(Capabilities, ExtensionsAreListedSeveralToALineWithinTheWidth) {
   capabilities::GlCapabilities caps;
-  caps.renderer = "Test Renderer";
-  caps.maxTextureSize = 8192;
-  caps.maxViewportWidth = 1024;
-  caps.maxViewportHeight = 768;
   for (int i = 0; i < 23; ++i) caps.extensions.push_back("GL_TEST_extension_" + std::to_string(i));
   caps.extensions.push_back("GL_" + std::string(70, 'z'));  // longer than the width
   const std::string text = capabilities::capabilitiesText(caps, 60);
-  for (const char* item : {"Renderer: Test Renderer\n", "Max texture size: 8192\n",
-                           "Max viewport: 1024 x 768\n", "Extensions (24):"}) {
-    EXPECT_NE(text.find(item), std::string::npos) << item;
-  }
-  std::istringstream lines(text.substr(text.find("Extensions")));
+  std::istringstream lines(text.substr(text.find("Extensions (24):")));
   std::vector<std::string> seen;
   std::string line;
   std::getline(lines, line);
@@ -267,12 +182,10 @@ TEST(Capabilities, TextListsTheItemsAndEveryExtensionWithinTheLineWidth) {
   for (; std::getline(lines, line); ++extensionLines) {
     std::istringstream names(line);
     for (std::string name; names >> name;) seen.push_back(name);
-    if (line.find("zzz") == std::string::npos) {
-      EXPECT_LE(line.size(), 60u) << line;
-    }
+    EXPECT_TRUE(line.size() <= 60 || line.find("zzz") != std::string::npos) << line;
   }
   EXPECT_EQ(seen, caps.extensions);
-  EXPECT_GT(extensionLines, 5);  // several to a line, not one per line
+  EXPECT_GT(extensionLines, 5);
   EXPECT_LT(extensionLines, 23);
 }
 

@@ -1,12 +1,10 @@
-// The view as the simulation's driver: installation rules, batches, the timer,
-// start and pause, and replacing state while a batch runs (this program also
-// runs under ThreadSanitizer).
+// The view as the simulation's driver: installation, batches, the timer, and
+// replacing state while a batch runs (also run under ThreadSanitizer).
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <numeric>
 #include <thread>
 
 #include "../support/networks.h"
@@ -52,7 +50,6 @@ TEST(View, InstallingNetworksAndPositions) {
   auto positions = view.positions();
   ASSERT_EQ(positions->count(), 500u);
   EXPECT_LT(extent(*positions), 30.0);
-  EXPECT_EQ(view.speeds()->count(), 500u);
   view.setNetwork(network);  // the same network: nothing changes
   EXPECT_EQ(view.positions(), positions);
 
@@ -71,36 +68,24 @@ TEST(View, InstallingNetworksAndPositions) {
   EXPECT_EQ(view.speeds()->vectorAtIndex(0), (std::array<double, 3>{0, 0, 0}));
 }
 
-TEST(View, StepsKeepTheMeanAtTheOriginStayFiniteAndSpareFilteredVertices) {
-  VXLNetworkView view;
-  view.setNetwork(randomNetwork(300, 6));
-  view.prepareFrame();
-  // Keep only vertices of degree >= 100: none pass, so only centring moves;
-  // then let every vertex take part again.
-  view.setMinFilterProperty(100);
-  const auto before = view.positions()->xfv();
-  view.iterateBy(1);
-  const auto after = view.positions()->xfv();
-  for (std::size_t i = 1; i < before.size(); ++i) {
-    EXPECT_NEAR(after[i] - before[i], after[0] - before[0], 1e-3) << i;
+TEST(View, StepsSpareFilteredVerticesOnceAFrameFilledTheFilterCache) {
+  // Only degrees >= 100 take part: none, so every vertex moves alike (the
+  // centring); without a frame there is no cache and all take part.
+  for (const bool framed : {true, false}) {
+    VXLNetworkView view;
+    view.setNetwork(randomNetwork(300, 6));
+    if (framed) view.prepareFrame();
+    view.setMinFilterProperty(100);
+    const auto before = view.positions()->xfv();
+    view.iterateBy(1);
+    const auto after = view.positions()->xfv();
+    std::size_t alike = 0;
+    for (std::size_t i = 0; i < before.size(); ++i) {
+      alike += std::abs((after[i] - before[i]) - (after[0] - before[0])) < 1e-3;
+    }
+    EXPECT_EQ(alike == before.size(), framed);
   }
-  view.setMinFilterProperty(0);
-
-  view.iterateBy(20);
-  EXPECT_FALSE(view.iterating());
-  for (const auto& axis :
-       {view.positions()->xfv(), view.positions()->yfv(), view.positions()->zfv()}) {
-    EXPECT_NEAR(std::accumulate(axis.begin(), axis.end(), 0.0) / 300, 0.0, 1e-4);
-  }
-  EXPECT_LT(extent(*view.positions()), INFINITY);
-  EXPECT_LT(extent(*view.speeds()), INFINITY);
-
-  // Without a frame (no filter cache) every vertex takes part; an empty
-  // network or none at all steps without effect.
-  VXLNetworkView headless, empty;
-  headless.setNetwork(randomNetwork(50, 3));
-  headless.iterateBy(5);
-  EXPECT_LT(extent(*headless.positions()), INFINITY);
+  VXLNetworkView empty;  // no network, then an empty one: steps do nothing
   empty.iterateBy(3);
   empty.setNetwork(randomNetwork(0, 0));
   empty.iterateBy(3);
@@ -111,19 +96,12 @@ TEST(View, FilterCacheFollowsTheNetworkAndTheName) {
   VXLNetworkView view;
   auto network = chain({1, 2, 3});
   view.setNetwork(network);
-  EXPECT_EQ(view.filterProperty(), nullptr);
   view.prepareFrame();
-  ASSERT_EQ(view.filterProperty()->size(), 4u);
   EXPECT_EQ(view.maxFilterProperty(), 2.0f);  // degrees 1 2 2 1
-  EXPECT_EQ(view.minFilterProperty(), 1.0f);
-  view.setMinFilterProperty(2);
-  view.prepareFrame();  // nothing changed: the narrowed range stays
-  EXPECT_EQ(view.minFilterProperty(), 2.0f);
 
   view.setFilterPropertyName("Node Strength");
   view.prepareFrame();
   EXPECT_EQ(view.maxFilterProperty(), 5.0f);  // strengths 1 3 5 3
-  EXPECT_EQ(view.minFilterProperty(), 1.0f);
 
   // The same name again does nothing unless asked to update.
   view.setMinFilterProperty(3);
@@ -132,31 +110,12 @@ TEST(View, FilterCacheFollowsTheNetworkAndTheName) {
   EXPECT_EQ(view.minFilterProperty(), 3.0f);
   view.setShouldUpdateFilterProperty(true);
   view.setFilterPropertyName("Node Strength");
-  EXPECT_FALSE(view.shouldUpdateFilterProperty());
   view.prepareFrame();
   EXPECT_EQ(view.minFilterProperty(), 1.0f);
 
   view.setNetwork(chain({1, 1}));
   view.prepareFrame();
   EXPECT_EQ(view.filterProperty()->size(), 3u);
-}
-
-TEST(View, WeightThresholdsThroughTheView) {
-  VXLNetworkView view;
-  view.setNetwork(chain({2, 4, 8}));
-  EXPECT_EQ(view.maxMinWeight(), (std::pair<double, double>{8, 2}));
-  EXPECT_EQ(view.weightThresholdCount(), 0u);
-  view.setWeightMinThreshold(3);
-  view.setWeightMaxThreshold(8);
-  ASSERT_EQ(view.weightThresholdCount(), 3u);
-  EXPECT_EQ(*view.weightThresholdData(), (std::vector<float>{0, 0.5f, 1.0f}));
-
-  // An unweighted network leaves the data as it was.
-  auto kept = view.weightThresholdData();
-  view.setNetwork(randomNetwork(10, 2));
-  view.setWeightMaxThreshold(5);
-  EXPECT_EQ(view.weightThresholdData(), kept);
-  EXPECT_EQ(view.maxMinWeight(), (std::pair<double, double>{1, 0}));
 }
 
 TEST(View, ZeroThresholdedWeightsChangeTheWeightedLaws) {
@@ -190,7 +149,6 @@ TEST(View, TimerStartsBatchesOnlyWhileRunningAndPauseStopsALongBatch) {
   view.animationTimer();  // not running: a frame only
   view.waitForBatch();
   EXPECT_EQ(view.positions()->xfv(), before);
-  EXPECT_GT(view.time(), 0.0);
 
   view.setIterations(0);
   view.start();
@@ -203,10 +161,6 @@ TEST(View, TimerStartsBatchesOnlyWhileRunningAndPauseStopsALongBatch) {
   view.waitForBatch();
   EXPECT_NE(view.positions()->xfv(), before);
   EXPECT_FALSE(view.iterating());
-  view.toggleStartPause();
-  EXPECT_FALSE(view.fAnimate());
-  view.toggleStartPause();
-  EXPECT_TRUE(view.fAnimate());
 
   // A long batch stops after the current step; paused, ticks start nothing.
   view.setIterations(1000000);
@@ -270,29 +224,8 @@ TEST(View, PlacementActionsStoreThePositionInTheNetwork) {
   view.setNetwork(network);
   EXPECT_EQ(network->propertyForKey("Position").index(), 0u);  // a start layout is not stored
   view.randomizePositionsWithSizeX(10, 10, 0);
-  auto stored = std::get<std::shared_ptr<QLOVector3dArray>>(network->propertyForKey("Position"));
-  EXPECT_EQ(stored, view.positions());
-  for (float z : stored->zfv()) EXPECT_EQ(z, 0.0f);
-  view.resetCenter(5, 5, 5);
   EXPECT_EQ(std::get<std::shared_ptr<QLOVector3dArray>>(network->propertyForKey("Position")),
             view.positions());
-  float largest = 0;
-  for (float x : view.positions()->xfv()) largest = std::max(largest, std::abs(x));
-  EXPECT_LE(largest, 2.5f + 1e-4f);
-}
-
-TEST(View, MasksAreConvertedToTheirTypes) {
-  VXLNetworkView view;
-  auto floats = QLONumberArray::initWithFloats(std::vector<float>{0, 2, 0.5f});
-  view.setHiddenVertices(floats);
-  ASSERT_NE(view.hiddenVertices(), floats);
-  EXPECT_EQ(view.hiddenVertices()->numberArrayType(), NumberType::Bool);
-  EXPECT_TRUE(view.hiddenVertices()->boolValueAtIndex(1));
-  auto bytes = QLONumberArray::initWithBoolScalar(true, 3);
-  view.setHiddenVertices(bytes);
-  EXPECT_EQ(view.hiddenVertices(), bytes);
-  auto mask = QLONumberArray::initWithBoolScalar(true, 3);
-  view.setAlphaChannel(mask);
-  EXPECT_EQ(view.alphaChannel()->numberArrayType(), NumberType::Float);
-  EXPECT_EQ(view.alphaChannel()->data<float>()[2], 1.0f);
+  view.resetCenter(5, 5, 5);
+  EXPECT_LE(extent(*view.positions()), 2.5 + 1e-4);
 }

@@ -1,7 +1,5 @@
-// The background and the vertex pass, checked on rendered pixels. Where a
-// sphere's surface faces away from the light only the ambient terms light it,
-// and they add up to exactly the vertex colour; points are chosen there when
-// a colour is checked exactly.
+// The background and the vertex pass on pixels. Facing away from the light a
+// sphere shows exactly its colour (the ambient terms add up to it).
 #include "offscreen_gl.h"
 #include "render/scenecolours.h"
 
@@ -20,18 +18,14 @@ const Vec3d kShadowSide{-0.4, -0.4, 0};
 // Between the sphere (radius 0.7) and the selection shell (radius 0.8).
 const Vec3d kShellRim{-0.77, 0, 0};
 
-TEST_F(Vertices, BackgroundIsClearedWithOrWithoutANetwork) {
-  for (int n = 0; n < 4; ++n) {
-    const bool black = n & 1, empty = n & 2;
-    VXLNetworkView view;
-    if (empty) install(view, network(0, {}), {});
-    view.setBlackBackground(black);
-    prepare(view);
-    const Image image = frame(view);
-    const Pixel want = black ? Pixel{0, 0, 0, 255} : Pixel{255, 255, 255, 255};
-    for (int i = 0; i < kSize * kSize; i += 97) {  // a scattered sample
-      ASSERT_TRUE(near(image.at(i % kSize, i / kSize), want, 0)) << n << " at " << i;
-    }
+TEST_F(Vertices, BackgroundIsClearedWithAnEmptyNetwork) {
+  VXLNetworkView view;
+  install(view, network(0, {}), {});
+  view.setBlackBackground(true);
+  prepare(view);
+  const Image image = frame(view);
+  for (int i = 0; i < kSize * kSize; i += 97) {  // a scattered sample
+    ASSERT_TRUE(near(image.at(i % kSize, i / kSize), {0, 0, 0, 255}, 0)) << i;
   }
 }
 
@@ -44,11 +38,9 @@ TEST_F(Vertices, ColourDefaultPerVertexOrIgnoredWhenShortAndASelectedOneWearsASh
     scene::Rgb expected;  // the colour, or the highlight when selected
   };
   const Case cases[] = {
-      {{}, false, false, scene::kDefaultVertexColour},
       {{{0.9, 0.9, 0.9}, own}, false, false, {0.1f, 0.3f, 0.8f}},
       {{own}, false, false, scene::kDefaultVertexColour},
       {{own, own}, true, true, {1.0f, 1.0f, 0.1f}},
-      {{own}, true, true, {1.0f, 0.3f, 0.1f}},
       {{}, false, true, {0.4f, 0.1f, 0.0f}},
   };
   for (const Case& c : cases) {
@@ -90,16 +82,14 @@ TEST_F(Vertices, SimpleShapesDrawCubes) {
 }
 
 TEST_F(Vertices, SkippedVerticesKeepTheOthersInPlaceAndScaleApplies) {
-  // Vertex 1 is skipped or not; vertex 2 must land at twice its position
-  // either way (the translations are relative from one drawn vertex to the
-  // next).
+  // Vertex 1 skipped or not, vertex 2 lands at twice its position (each
+  // translation is relative to the vertex drawn before).
   struct Case {
     std::uint64_t hiddenMask;  // entries of a mask hiding vertex 1, if any
     bool range, limit;         // a filter range leaving vertex 1 out, applied or not
     bool middleDrawn;
   };
-  const Case cases[] = {{0, false, false, true},
-                        {3, false, false, false},
+  const Case cases[] = {{3, false, false, false},
                         {2, false, false, true},
                         {0, true, true, false},
                         {0, true, false, true}};

@@ -3,6 +3,7 @@
 // an edge, drawn once at the fixture's size, a scratch folder for the files,
 // and where a world point lands in a picture of another size.
 #include <QColor>
+#include <QFile>
 #include <QImage>
 #include <filesystem>
 #include <string>
@@ -13,15 +14,20 @@
 
 namespace gltest {
 
+inline QString q(const std::filesystem::path& path) {
+  return QString::fromStdString(path.string());
+}
+inline QImage load(const std::filesystem::path& path) {
+  return QImage(q(path));
+}
+// The file's bytes, empty when it cannot be read.
+inline std::string bytesOf(const std::filesystem::path& path) {
+  QFile file(q(path));
+  return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+}
+
 inline constexpr Vec3d kUpperLeft{-12, 8, 0};
 inline constexpr Vec3d kLowerRight{12, -8, 0};
-
-// The column and row (top row 0) of a W x H picture a world point lands on.
-inline std::array<int, 2> pictureCell(const VXLNetworkView& view, const Vec3d& p, int width,
-                                      int height) {
-  const auto w = project(view, p, width, height);
-  return {static_cast<int>(std::floor(w[0])), height - 1 - static_cast<int>(std::floor(w[1]))};
-}
 
 // Whether one channel clearly dominates: 0 red, 1 green, 2 blue.
 inline bool dominant(const QColor& c, int channel, int margin = 60) {
@@ -38,8 +44,7 @@ class ExportFixture : public OffscreenGL {
     OffscreenGL::SetUp();
     install(view, network(2, {{0, 1}}), {kUpperLeft, kLowerRight});
     view.setColors(vectors({{1, 0, 0}, {0, 0, 1}}));
-    prepare(view);
-    lookFrom(view, 40);
+    aim(view, 40);
     frame(view);
   }
   void TearDown() override {
@@ -49,9 +54,11 @@ class ExportFixture : public OffscreenGL {
   ExportReport save(const std::string& name, int width, int height, float lineWidth = 1.5f) {
     return view.exportImageToFile(folder.path() / name, width, height, lineWidth);
   }
+  // The colour of the picture's pixel a world point lands on.
   QColor colourAt(const QImage& picture, const Vec3d& p) const {
-    const auto cell = pictureCell(view, p, picture.width(), picture.height());
-    return picture.pixelColor(cell[0], cell[1]);
+    const auto w = project(view, p, picture.width(), picture.height());
+    return picture.pixelColor(static_cast<int>(std::floor(w[0])),
+                              picture.height() - 1 - static_cast<int>(std::floor(w[1])));
   }
 
   VXLNetworkView view;

@@ -5,7 +5,6 @@
 namespace gltest {
 namespace {
 
-// One application object for the whole program, made on first use.
 void ensureApplication() {
   static int argc = 1;
   static char name[] = "render_gl_tests";
@@ -69,12 +68,7 @@ void OffscreenGL::TearDown() {
   if (context_) context_->doneCurrent();
 }
 
-void OffscreenGL::prepare(VXLNetworkView& view) {
-  view.initCommands();
-}
-
-Image OffscreenGL::frame(VXLNetworkView& view, int width, int height) {
-  view.drawRect(width, height);
+Image OffscreenGL::read() {
   Image image;
   image.width = kSize;
   image.height = kSize;

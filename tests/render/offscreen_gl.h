@@ -1,8 +1,6 @@
 #pragma once
-// What the GL tests share: an off-screen compatibility context with a
-// framebuffer object to draw into, a read-back of its pixels, small networks
-// with chosen positions, and the projection of a point to its pixel through
-// the view's own camera.
+// What the GL tests share: an off-screen context and framebuffer, its
+// read-back, small networks, and a point's pixel through the view's camera.
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
@@ -31,18 +29,16 @@ inline std::ostream& operator<<(std::ostream& os, const Pixel& p) {
   return os << "(" << p.r << ", " << p.g << ", " << p.b << ", " << p.a << ")";
 }
 
-// 8-bit value of a colour component in [0, 1] (clamped, as GL stores it).
+// 8-bit value of a colour component in [0, 1], clamped as GL stores it.
 inline int byte(double v) {
   return static_cast<int>(std::lround(std::clamp(v, 0.0, 1.0) * 255.0));
 }
 
-// Whether every channel is within `tolerance` of the expected byte values.
 inline bool near(const Pixel& p, const Pixel& expected, int tolerance = 3) {
   return std::abs(p.r - expected.r) <= tolerance && std::abs(p.g - expected.g) <= tolerance &&
          std::abs(p.b - expected.b) <= tolerance && std::abs(p.a - expected.a) <= tolerance;
 }
 
-// Whether a pixel is exactly the white background.
 inline bool white(const Pixel& p) {
   return near(p, {255, 255, 255, 255}, 0);
 }
@@ -59,8 +55,7 @@ struct Image {
   }
 };
 
-// Pixels passing `test` within [x0, x1) x [y0, y1), y measured from the top
-// as the overlays place their texts.
+// Pixels passing `test` within [x0, x1) x [y0, y1), y from the top.
 template <class Test>
 int countFromTop(const Image& image, Test test, int x0, int y0, int x1, int y1) {
   int n = 0;
@@ -70,9 +65,8 @@ int countFromTop(const Image& image, Test test, int x0, int y0, int x1, int y1) 
   return n;
 }
 
-// Window coordinates (pixels from the lower left corner) of a world point,
-// through the projection and model-view the view's camera gives, or that
-// camera at another size when one is given.
+// Window coordinates (from the lower left) of a world point through the
+// view's camera, or that camera at another size when one is given.
 inline std::array<double, 2> project(const VXLNetworkView& view, const Vec3d& p, int width = 0,
                                      int height = 0) {
   VXLCamera camera = view.camera();
@@ -92,47 +86,47 @@ inline std::array<double, 2> project(const VXLNetworkView& view, const Vec3d& p,
           (clip[1] / clip[3] + 1) * 0.5 * camera.viewHeight};
 }
 
-// The pixel a world point projects to.
 inline Pixel pixelAt(const Image& image, const VXLNetworkView& view, const Vec3d& p) {
   const auto w = project(view, p);
   return image.at(static_cast<int>(std::floor(w[0])), static_cast<int>(std::floor(w[1])));
 }
 
 // Looks at the origin from (0, 0, distance), without the default tilt.
-inline void lookFrom(VXLNetworkView& view, double distance) {
-  VXLCamera camera = view.camera();
-  camera.position = {0, 0, distance};
-  camera.direction = {-0.0, -0.0, -distance};
-  view.setCamera(camera);
-  view.setWorldRotation({});
-}
-
-// A network of `vertices` vertices and the given edges; weighted when
-// weights are given.
+// Weighted when weights are given.
 std::shared_ptr<QLONetwork> network(std::uint64_t vertices,
                                     const std::vector<std::array<std::uint64_t, 2>>& edges,
                                     const std::vector<float>& weights = {});
 
-// Installs the network and places vertex i at positions[i].
 void install(VXLNetworkView& view, std::shared_ptr<QLONetwork> network,
              const std::vector<Vec3d>& positions);
 
 std::shared_ptr<QLOVector3dArray> vectors(const std::vector<Vec3d>& values);
 
-// A fresh compatibility context (2.1 or later, depth 24) made current on an
-// off-screen surface, with a kSize x kSize framebuffer object bound.
+// A compatibility context (2.1 or later, depth 24) current on an off-screen
+// surface, with a kSize x kSize framebuffer object bound.
 class OffscreenGL : public ::testing::Test {
  protected:
   void SetUp() override;
   void TearDown() override;
-  // Prepares a view for this context (initCommands).
-  static void prepare(VXLNetworkView& view);
-  // Draws one frame of the given size and reads the whole framebuffer back.
-  Image frame(VXLNetworkView& view, int width = kSize, int height = kSize);
-  // Prepares the view, looks at the origin from `distance` and draws a frame.
-  Image look(VXLNetworkView& view, double distance) {
+  static void prepare(VXLNetworkView& view) { view.initCommands(); }
+  // The whole bound framebuffer.
+  static Image read();
+  // Draws one frame of the given size and reads it back.
+  Image frame(VXLNetworkView& view, int width = kSize, int height = kSize) {
+    view.drawRect(width, height);
+    return read();
+  }
+  // Prepares the view and looks at the origin from (0, 0, distance), untilted.
+  static void aim(VXLNetworkView& view, double distance) {
     prepare(view);
-    lookFrom(view, distance);
+    VXLCamera camera = view.camera();
+    camera.position = {0, 0, distance};
+    camera.direction = {-0.0, -0.0, -distance};
+    view.setCamera(camera);
+    view.setWorldRotation({});
+  }
+  Image look(VXLNetworkView& view, double distance) {
+    aim(view, distance);
     return frame(view);
   }
 
