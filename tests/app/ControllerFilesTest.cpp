@@ -108,7 +108,6 @@ TEST_F(ControllerFiles, BadPositionsFilesKeepTheLayout) {
     const char* reason;
   } rows[] = {
       {"missing.txt", nullptr, 0, "No such file"},
-      {"short.txt", "1 2 3\n4 5\n", 2, "expected three numbers"},
       {"four.txt", "1 2 3\n1 2 3\n1 2 3\n1 2 3\n", 0, "holds 4 positions"},
   };
   for (const auto& row : rows) {
@@ -122,7 +121,7 @@ TEST_F(ControllerFiles, BadPositionsFilesKeepTheLayout) {
     EXPECT_EQ(shown(), before) << row.name;
   }
   // Through the panel the failure is logged under the name chosen.
-  const fs::path bad = folder.path() / "short.txt";
+  const fs::path bad = folder.path() / "four.txt";
   answers.push_back(bad);
   testing::internal::CaptureStderr();
   controller->openPositionsFromPanel();

@@ -53,7 +53,6 @@ TEST(Options, RefusedCombinationsSayWhy) {
       {{"--snapshot", "o.png", "--size", "0x10"}, "0x10"},
       {{"--snapshot", "o.png", "--size", "20000x10"}, "20000x10"},
       {{"--steps", "10"}, "--snapshot"},
-      {{"--size", "10x10", "a.net"}, "--snapshot"},
       {{"--snapshot", "o.png", "a.net", "b.net"}, "b.net"},
       {{"--render", "a.net"}, "-o"},
       {{"--render", "a.net", "-o", "o.jpg"}, "o.jpg"},
@@ -62,12 +61,10 @@ TEST(Options, RefusedCombinationsSayWhy) {
       {{"--render", "a.net", "b.net", "-o", "o.png"}, "b.net"},
       {{"--render", "a.net", "-o", "o.png", "--iterations", "-3"}, "-3"},
       {{"--render", "a.net", "-o", "o.png", "--steps", "3"}, "--steps"},
-      {{"--render", "a.net", "-o", "o.png", "--color-by", ""}, "--color-by"},
       {{"--render", "a.net", "-o", "o.png", "--snapshot", "s.png"}, "--render"},
       {{"--render", "a.net", "-o", "o.png", "--run", "s.py"}, "--run"},
       {{"--snapshot", "s.png", "--run", "s.py"}, "--run"},
       {{"a.net", "-o", "o.png"}, "--render"},
-      {{"--color-by", "Name"}, "--render"},
       {{"--run"}, "--run"},
   };
   for (const auto& [args, reason] : cases) {
