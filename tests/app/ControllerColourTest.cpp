@@ -176,31 +176,6 @@ TEST(ControllerColour, MapsFunctionsLimitsAndInversionReachTheColours) {
   EXPECT_FLOAT_EQ(static_cast<float>(f.view().colors()->vectorAtIndex(1)[1]), 0.19f);
   EXPECT_FLOAT_EQ(static_cast<float>(f.view().colors()->vectorAtIndex(0)[1]), 3.7f);  // t = 4
   EXPECT_EQ(f.view().legends()->labels().back(), "10");
-
-  // "Cubehelix" and unknown maps colour black, legend included.
-  for (const char* map : {"Cubehelix", "Rainbow"}) {
-    f.controller->selectColorMap(map);
-    for (std::uint64_t i : {0u, 1u}) {
-      EXPECT_EQ(f.view().colors()->vectorAtIndex(i), (std::array<double, 3>{0, 0, 0})) << map;
-    }
-    EXPECT_EQ(f.view().legends()->colors()[5], (colour::Rgba{0, 0, 0, 0.9f})) << map;
-  }
-}
-
-TEST(ControllerColour, ColourPropertiesAreShownAsFloatCopiesWithoutALegend) {
-  Fixture f;
-  auto doubles = QLOVector3dArray::initWithSize(43, Precision::Double);  // longer is accepted
-  for (std::uint64_t i = 0; i < 43; ++i)
-    doubles->setVector({0.1, 1.0 / 3.0, static_cast<double>(i) / 64.0}, i);
-  f.controller->addColorProperty(doubles, "Palette");
-  f.controller->selectColorProperty("Palette");
-  const auto shown = f.view().colors();
-  ASSERT_TRUE(shown);
-  EXPECT_EQ(shown->precision(), Precision::Float);
-  ASSERT_EQ(shown->count(), 41u);
-  EXPECT_EQ(shown->vectorAtIndex(40),
-            (std::array<double, 3>{0.1f, static_cast<float>(1.0 / 3.0), 40 / 64.0}));
-  EXPECT_FALSE(f.view().legends());
 }
 
 TEST(ControllerColour, TheLimitSwitchRemembersItsValue) {

@@ -167,11 +167,6 @@ TEST(WebExport, TheTableRowsCodesAndSelection) {
   EXPECT_EQ(contentsOf(folder / "properties.json"),
             "{\n\t\"degree\" : \"Node Degree\",\n\t\"Age\" : \"Age\",\n"
             "\t\"ORDER\" : [\"degree\", \"Age\"]\n}\n");
-
-  // Opening the sheet again brings every code back to 1 and every row back.
-  EXPECT_FALSE(controller->exportTo3D());  // no window to show it
-  EXPECT_EQ(table.tableView(Table::Colors, "function", 0), Cell(std::int64_t{1}));
-  EXPECT_EQ(table.selectedRows(Table::Colors).size(), offered.size());
 }
 
 TEST(WebExport, FunctionCodesOutsideTheListAreLinear) {

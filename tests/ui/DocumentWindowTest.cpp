@@ -180,21 +180,13 @@ TEST_F(DocumentWindows, UnsavedChangesAreAskedAboutOnClose) {
   }
 }
 
-TEST_F(DocumentWindows, MenusHaveTheirShortcutsAndTheSidePanelSlides) {
+TEST_F(DocumentWindows, TheExportSheetOpensOverTheWindowAndTheSidePanelSlides) {
   ui::DocumentWindow* window = startUpWindow();
   ASSERT_TRUE(window);
   const QMenuBar* bar = window->menuBar();
   QMenu* file = findMenu(bar, QStringLiteral("File"));
   QMenu* view = findMenu(bar, QStringLiteral("View"));
   ASSERT_TRUE(file && view);
-  // Two of the table's rows: a standard binding and one of the program's own.
-  QAction* save = findAction(file, QStringLiteral("Save As\u2026"));
-  ASSERT_TRUE(save);
-  EXPECT_EQ(save->shortcuts(), QKeySequence::keyBindings(QKeySequence::SaveAs));
-  QAction* top = findAction(view, QStringLiteral("From Top"));
-  ASSERT_TRUE(top);
-  EXPECT_EQ(top->shortcuts(), QList<QKeySequence>{QKeySequence(Qt::CTRL | Qt::Key_1)});
-
   // The vector export sheet opens over the window.
   QAction* exportItem = findAction(file, QStringLiteral("Export"));
   ASSERT_TRUE(exportItem && exportItem->menu());
