@@ -151,7 +151,7 @@ TEST(PajekErrors, EachFaultNamesItsLine) {
       {"*Vertices 3\n%\n*Matrix\n0 1 0\n0 0\n*Edges\n", 3, "the matrix ends after 5 numbers"},
       {"*Vertices 2\n*Matrix\n0 1\n0 0\n1\n", 5, "more than 2 rows"},
       {"1 2\n*Edges\n", 1, "is not in a section"},
-      {"*Edges\n1 2\n1 9\n1 12\n1 12\n*Vertices 10\n", 4, "vertex 12 is outside 1..10"},
+      {"*Edges\n1 2\n1 9\n1 11\n1 11\n*Vertices 10\n", 4, "vertex 11 is outside 1..10"},
       // A huge declared matrix must fail on its few entries, not allocate.
       {"*Vertices 200000000\n*Matrix\n1 0 0\n", 2, "the matrix ends after 3 numbers"},
   };
