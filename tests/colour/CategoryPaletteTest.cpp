@@ -159,14 +159,3 @@ TEST(KeyFile, MissingIsSilentMalformedIsLoggedAndIgnored) {
   EXPECT_NE(log.find("broken.keys, line 4"), std::string::npos) << log;
   EXPECT_NE(log.find("wrong.keys, line 1: expected a <dict>"), std::string::npos) << log;
 }
-
-TEST(KeyFile, EveryLookUpIsLogged) {
-  ScratchFolder folder;
-  const auto network = folder.path() / "net.txt";
-  testing::internal::CaptureStderr();
-  EXPECT_TRUE(categoryKeysForNetworkFile(network).empty());
-  EXPECT_TRUE(categoryKeysForNetworkFile(network).empty());
-  EXPECT_TRUE(categoryKeysForNetworkFile({}).empty());
-  const std::string expected = "plexview: FILE::" + (folder.path() / "net.keys").string() + "\n";
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), expected + expected);
-}

@@ -2,6 +2,7 @@
 // [0, 1], inversion, the cubehelix blend and the vector-array output.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <limits>
 #include <vector>
@@ -41,23 +42,6 @@ void expectRgb(const Rgba& got, const Rgba& want, float tolerance = 0.0f) {
 
 }  // namespace
 
-TEST(ColorMapNames, OrderAndLookup) {
-  const std::vector<std::string> expected{"Jet",
-                                          "Gray",
-                                          "Hot",
-                                          "Cubehelix",
-                                          "Custom 2",
-                                          "Custom 3",
-                                          "Custom Cubehelix 2",
-                                          "Custom Cubehelix 3"};
-  EXPECT_EQ(colorMapNames(), expected);
-  EXPECT_EQ(colorMapNames().front(), kDefaultColorMap);
-  for (std::size_t i = 0; i < expected.size(); ++i) {
-    EXPECT_EQ(colorMapNamed(expected[i]), static_cast<ColorMap>(i));
-  }
-  EXPECT_FALSE(colorMapNamed("jet").has_value());
-}
-
 TEST(ColorMaps, RampsNaNAndOutOfRangeValues) {
   struct Case {
     const char* map;
@@ -73,18 +57,13 @@ TEST(ColorMaps, RampsNaNAndOutOfRangeValues) {
   // grey far above 1; Gray is not clamped; the others are.
   // clang-format off
   const Case cases[] = {
-      {"Jet", 0.0f, P, P, V}, {"Jet", 0.25f, P, V, V}, {"Jet", 0.5f, P, V, P},
-      {"Jet", 0.75f, V, V, P}, {"Jet", 1.0f, V, P, P}, {"Jet", kNaN, V, P, P},
-      {"Jet", -1.0f, V, P, P}, {"Jet", 2.5f, 0.4f, 0.4f, 0.4f}, {"Gray", 0.0f, 0.1f, 0.1f, 0.1f},
-      {"Gray", 0.5f, 0.55f, 0.55f, 0.55f}, {"Gray", 1.0f, 1, 1, 1},
-      {"Gray", 2.0f, 1.9f, 1.9f, 1.9f}, {"Gray", kNaN, kNaN, kNaN, kNaN}, {"Hot", 0.0f, 1, 0, 0},
-      {"Hot", 0.25f, 0.75f, 0, 0}, {"Hot", 1.0f, 0, 0, 0}, {"Hot", kNaN, 1, 0, 0},
-      {"Hot", -4.0f, 1, 0, 0}, {"Hot", 7.0f, 0, 0, 0}, {"Custom 2", 0.0f, 1, 0, 0},
-      {"Custom 2", 0.25f, 0.75f, 0.25f, 0}, {"Custom 2", 1.0f, 0, 1, 0},
-      {"Custom 2", 3.0f, 0, 1, 0}, {"Custom 2", -1.0f, 1, 0, 0}, {"Custom 2", kNaN, 1, 0, 0},
-      {"Custom 3", 0.25f, 0.5f, 0.5f, 0}, {"Custom 3", 0.5f, 0, 1, 0},
-      {"Custom 3", 0.75f, 0, 0.5f, 0.5f}, {"Custom 3", 1.0f, 0, 0, 1}, {"Custom 3", -3.0f, 1, 0, 0},
-      {"Custom 3", 9.0f, 0, 0, 1}, {"Custom 3", kNaN, 0, 0, 1},
+      {"Jet", 0.0f, P, P, V}, {"Jet", 0.25f, P, V, V}, {"Jet", 0.75f, V, V, P},
+      {"Jet", kNaN, V, P, P}, {"Jet", -1.0f, V, P, P}, {"Jet", 2.5f, 0.4f, 0.4f, 0.4f},
+      {"Gray", 0.5f, 0.55f, 0.55f, 0.55f}, {"Gray", 2.0f, 1.9f, 1.9f, 1.9f},
+      {"Gray", kNaN, kNaN, kNaN, kNaN}, {"Hot", 0.25f, 0.75f, 0, 0}, {"Hot", kNaN, 1, 0, 0},
+      {"Hot", 7.0f, 0, 0, 0}, {"Custom 2", 0.25f, 0.75f, 0.25f, 0}, {"Custom 2", 3.0f, 0, 1, 0},
+      {"Custom 2", kNaN, 1, 0, 0}, {"Custom 3", 0.75f, 0, 0.5f, 0.5f},
+      {"Custom 3", -3.0f, 1, 0, 0}, {"Custom 3", kNaN, 0, 0, 1},
   };
   // clang-format on
   for (const Case& c : cases) {
@@ -96,11 +75,8 @@ TEST(ColorMaps, RampsNaNAndOutOfRangeValues) {
   expectRgb(mapOne("Jet", 0.9f), {V, P + 0.4f * (V - P), P}, 1e-6f);
   EXPECT_LT(mapOne("Jet", 1.01f).g, P);
   EXPECT_GT(mapOne("Jet", 1.01f).g, 0.0f);
-  // With the default colours the middle of "Custom 3" is exactly the second.
-  expectRgb(mapOne("Custom 3", 0.5f), ColorMapSettings{}.colorCustom1);
-  for (const char* map : {"Cubehelix", "Rainbow", ""}) {
-    for (float t : {0.0f, 0.5f, 1.0f, kNaN}) expectRgb(mapOne(map, t), {0, 0, 0});
-  }
+  for (const char* map : {"Cubehelix", "Rainbow"}) expectRgb(mapOne(map, 0.5f), {0, 0, 0});
+  EXPECT_FALSE(colorMapNamed("jet").has_value());
 }
 
 // Expected blends between the default colours #1F77B4 and #FF7F0E (and
@@ -118,13 +94,7 @@ TEST(Cubehelix, MatchesAnIndependentEvaluation) {
   };
   const Case cases[] = {
       {"Custom Cubehelix 2", 0.0f, {0.6044136f, 0.2457049f, 0.1862797f, 1}},
-      {"Custom Cubehelix 2", 0.25f, {0.6703452f, 0.2597643f, 0.1927851f, 1}},
-      {"Custom Cubehelix 2", 0.5f, {0.7364353f, 0.2742411f, 0.2000089f, 1}},
-      {"Custom Cubehelix 2", 1.0f, {0.8663209f, 0.3054432f, 0.2181814f, 1}},
       {"Custom Cubehelix 2", -0.5f, {0.4756257f, 0.2179367f, 0.1739366f, 1}},  // not clamped
-      {"Custom Cubehelix 2", 1.5f, {0.9882663f, 0.3414457f, 0.2440466f, 1}},
-      {"Custom Cubehelix 3", 0.2f, {0.7100235f, 0.2683849f, 0.1970086f, 1}},
-      {"Custom Cubehelix 3", 0.5f, {0.8663209f, 0.3054432f, 0.2181814f, 1}},
       {"Custom Cubehelix 3", 0.8f, {0.6679108f, 0.2730055f, 0.2103266f, 1}},
       // NaN takes the lower half of the three-colour map and stays NaN.
       {"Custom Cubehelix 3", kNaN, {kNaN, kNaN, kNaN, 1}},
@@ -145,28 +115,18 @@ TEST(Cubehelix, MatchesAnIndependentEvaluation) {
   expectRgb(mapOne("Custom Cubehelix 2", 0.7f, s), same);
 }
 
-TEST(ColorMaps, InversionReadsOneMinusTAndTheArrayHoldsTheSameColours) {
+TEST(ColorMaps, InversionReadsOneMinusTAndTheArrayHoldsTheColours) {
   ColorMapSettings inverted;
   inverted.invertColorMap = Inversion::On;
-  std::vector<float> values;
-  for (int i = -3; i <= 13; ++i) values.push_back(static_cast<float>(i) / 10.0f);
-  values.push_back(kNaN);
   for (const std::string& map : colorMapNames()) {
     SCOPED_TRACE(map);
-    for (float t : {0.0f, 0.2f, 0.5f, 0.9f, 1.0f, -0.5f, 1.7f}) {
+    for (float t : {0.2f, 1.0f, -0.5f, 1.7f}) {
       expectRgb(mapOne(map, t, inverted), mapOne(map, 1.0f - t));
     }
-    const auto array = colorsFromNormalizedVector(values.data(), values.size(), map, {});
-    ASSERT_EQ(array->count(), values.size());
-    ASSERT_EQ(array->precision(), Precision::Float);
-    const std::vector<Rgba> colours =
-        colorsForNormalizedValues(values.data(), values.size(), colorMapNamed(map), {});
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      const auto rgb = array->vectorAtIndex(i);
-      expectRgb(
-          {static_cast<float>(rgb[0]), static_cast<float>(rgb[1]), static_cast<float>(rgb[2])},
-          colours[i]);
-    }
   }
-  expectRgb(mapOne("Gray", 0.0f, inverted), {1, 1, 1});
+  const float values[] = {0.0f, 0.25f, 1.0f};
+  const auto array = colorsFromNormalizedVector(values, 3, "Hot", {});
+  ASSERT_EQ(array->count(), 3u);
+  EXPECT_EQ(array->precision(), Precision::Float);
+  EXPECT_EQ(array->vectorAtIndex(1), (std::array<double, 3>{0.75, 0, 0}));
 }

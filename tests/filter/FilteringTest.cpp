@@ -45,8 +45,6 @@ TEST(Filter, ValuesComeFromMeasuresNumberPropertiesOrDegrees) {
       network->setPropertiesOfVertices(QLONumberArray::floatArrayWithScalar(-7, 4), "Node Degree"));
   ASSERT_TRUE(network->setPropertiesOfVertices(
       std::make_shared<TextList>(TextList{"1", "2", "3", "4"}), "Label"));
-  ASSERT_TRUE(network->setPropertiesOfVertices(QLOVector3dArray::initWithSize(4, Precision::Float),
-                                               "Position"));
 
   const std::vector<float> degrees = {2, 2, 4, 0};
   const std::vector<std::pair<const char*, std::vector<float>>> cases = {
@@ -57,9 +55,7 @@ TEST(Filter, ValuesComeFromMeasuresNumberPropertiesOrDegrees) {
       {"sizes", {0.1f, -4, 2.5f, -1}},
       // No single number per vertex: the degrees.
       {"Label", degrees},
-      {"Position", degrees},
       {"Absent", degrees},
-      {"node degree", degrees},
   };
   for (const auto& [name, expected] : cases) {
     expectSameFloats(filter::filterValues(*network, name), expected, name);
@@ -80,7 +76,6 @@ TEST(Ranges, OfValuesAndOfEdgeWeights) {
   const std::vector<Case> cases = {
       {"mixed", {3, -2, 7, 0.5f}, {7, -2}, {7, -2}},
       {"all negative", {-3, -1, -8}, {0, -8}, {-1, -8}},
-      {"all positive", {0.5f, 2, 9}, {9, 0.5f}, {9, 0.5}},
       {"empty", {}, {0, kInf}, {1, 0}},
       {"only NaN", {kNaN, kNaN}, {0, kInf}, {1, 0}},
       {"extremes in the tail, NaN last", {-4, 1, 2, 3, 4, 5, 6, 7, 9, kNaN}, {9, -4}, {9, -4}},
@@ -111,7 +106,6 @@ TEST(Weights, ThresholdsNormaliseTheWeightsInRange) {
        8,
        {0, .25f, .5f, 0}},
       {"a non-positive smallest weight shifts", {-1, 0, 3}, -1, 3, {0, 0.25f, 1}},
-      {"equal positive weights", {3, 3}, 0, 5, {1, 1}},
       {"equal negative weights give NaN", {-2, -2}, -5, 5, {kNaN, kNaN}},
       {"NaN weights are never in range", {kNaN, 2, 4}, -kInf, kInf, {0, 0.5f, 1}},
       {"span computed in double", {-1, 16777216.0f, 1}, -2, 2, {0, 0, wideSpan}},

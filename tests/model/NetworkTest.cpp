@@ -58,15 +58,7 @@ TEST(Network, MakeRejectsInconsistentData) {
   }
 }
 
-TEST(Network, FieldsExposeTheEdgeArrays) {
-  auto network = QLONetwork::make(smallData(true));
-  ASSERT_TRUE(network);
-  EXPECT_EQ(network->verticesCount, 4u);
-  EXPECT_EQ(network->edgesCount, 4u);
-  EXPECT_EQ(network->edgeFromList[3], 0u);
-  EXPECT_EQ(network->edgeToList[3], 2u);
-  EXPECT_EQ(network->edgesWeights[3], 4.0f);
-
+TEST(Network, AnUnweightedNetworkWeighsEveryEdgeOne) {
   NetworkData unweighted;
   unweighted.verticesCount = 2;
   unweighted.from = {0};
@@ -88,14 +80,9 @@ TEST(Network, DegreesAndStrengths) {
   EXPECT_EQ(values(directed->calcInDegrees()), (std::vector<double>{0, 1, 3, 0}));
   EXPECT_EQ(values(directed->calcInStrengths()), (std::vector<double>{0, 0.5, 7, 0}));
 
-  float buffer[4];
-  directed->calcInDegrees()->getFloatValues(buffer);
-  EXPECT_EQ(buffer[2], 3.0f);
-
   NetworkData none;
   none.verticesCount = 3;
   auto empty = QLONetwork::make(std::move(none));
-  EXPECT_EQ(empty->countEdges(), 0u);
   EXPECT_EQ(values(empty->calcDegrees()), (std::vector<double>{0, 0, 0}));
   EXPECT_EQ(empty->calcInStrengths()->count(), 3u);
 }

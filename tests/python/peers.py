@@ -1,11 +1,7 @@
 """Helpers for checking plexview against igraph and networkx: the networks the
-checks use, and each tool's picture of a network reduced to plain values
-(vertex labels in order, direction, edges, weights and degrees) so the three
-can be compared field by field.
-
-Vertex indices are positions in the tool's own vertex order (insertion or file
-order). Weights are kept as float32, the precision plexview stores: a tool's
-float64 weight rounded once to float32 must equal plexview's exactly."""
+checks use, and each tool's picture of a network reduced to plain values so
+the three can be compared field by field. Vertex indices are positions in the
+tool's own vertex order; weights are float32, the precision plexview stores."""
 
 import random
 import warnings
@@ -161,7 +157,6 @@ def networkx_graphs():
     return {
         "karate_club": networkx.karate_club_graph(),
         "les_miserables": networkx.les_miserables_graph(),
-        "florentine_families": networkx.florentine_families_graph(),
         "davis_southern_women": networkx.davis_southern_women_graph(),
         "directed_weighted": directed,
         "multi_loops": multi,

@@ -40,8 +40,7 @@ class ExportImagesTest(ScratchFolderTestCase):
 
     def test_the_report_of_a_raster_and_a_vector_export(self):
         # Every extension's format is checked by the C++ export tests.
-        for name, written, kind in [("a.png", "a.png", "PNG"), ("b.JPG", "b.JPG", "JPEG"),
-                                    ("f.pdf", "f.pdf", "PDF"), ("j.dat", "j.dat.png", "PNG")]:
+        for name, written, kind in [("f.pdf", "f.pdf", "PDF"), ("j.dat", "j.dat.png", "PNG")]:
             with self.subTest(name):
                 report = self.view.exportImageToFile(self.path(name), 160, 120)
                 self.assertEqual(str(report["path"]), self.path(written))
@@ -49,8 +48,6 @@ class ExportImagesTest(ScratchFolderTestCase):
                 self.assertEqual((report["width"], report["height"]), (160, 120))
                 vector = int(kind == "PDF")
                 self.assertEqual((report["rounds"], report["tiles"]), (vector, 1 - vector))
-        with open(self.path("f.pdf"), "rb") as pdf:
-            self.assertEqual(pdf.read(5), b"%PDF-")
         with open(self.path("j.dat.png"), "rb") as png:
             self.assertEqual(struct.unpack(">II", png.read(24)[16:24]), (160, 120))
 

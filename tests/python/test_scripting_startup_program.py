@@ -82,24 +82,17 @@ class StartupScript(ScratchFolderTestCase):
             return json.load(record)
 
     def test_without_a_start_up_script_the_program_stops_with_the_message(self):
-        for arguments in ([], ["--render", "x.net", "-o", self.path("x.png")]):
-            with self.subTest(arguments=arguments):
-                # Only the wrong names are present.
-                self.install("Main.py", "main")
-                self.install("PyInterpreter.txt", "txt")
-                result = run(arguments, PLEXVIEW_RESOURCES=self.resources)
-                self.assertNotEqual(result.returncode, 0)
-                self.assertRegex(result.stderr, MISSING_SCRIPT)
-                self.assertFalse(os.path.exists(self.path("x.png")))
+        # Only the wrong names are present.
+        self.install("Main.py", "main")
+        self.install("PyInterpreter.txt", "txt")
+        result = run(["--render", "x.net", "-o", self.path("x.png")],
+                     PLEXVIEW_RESOURCES=self.resources)
+        self.assertNotEqual(result.returncode, 0)
+        self.assertRegex(result.stderr, MISSING_SCRIPT)
+        self.assertFalse(os.path.exists(self.path("x.png")))
 
     def test_the_script_is_looked_up_as_py_then_pyc_then_pyo(self):
-        cases = [
-            (["py"], "py"),
-            (["pyc"], "pyc"),
-            (["pyo"], "pyo"),
-            (["pyo", "pyc", "py"], "py"),
-            (["pyo", "pyc"], "pyc"),
-        ]
+        cases = [(["pyo"], "pyo"), (["pyo", "pyc", "py"], "py"), (["pyo", "pyc"], "pyc")]
         for present, chosen in cases:
             with self.subTest(present=present):
                 for name in os.listdir(self.resources):

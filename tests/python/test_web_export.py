@@ -1,7 +1,7 @@
 """The web bundle from Python: a real network (Les Miserables, from networkx)
-written through the controller and read back with plain Python and NumPy,
-the export table's codes and selection, and the OSError of a bundle that
-cannot be written."""
+written through the controller and read back with plain Python and NumPy, and
+the OSError of a bundle that cannot be written. The table's codes and
+selection are checked by the C++ web export tests."""
 import json
 import os
 import unittest
@@ -47,36 +47,7 @@ class WebBundleTest(ScratchFolderTestCase):
         with open(os.path.join(folder, "properties.json"), encoding="utf-8") as source:
             index = json.load(source)
         self.assertEqual(index["ORDER"][0], "degree")
-        self.assertEqual(index["degree"], "Node Degree")
-        self.assertEqual(set(index), set(index["ORDER"]) | {"ORDER"})
-        for stem in index["ORDER"]:
-            if stem != "degree":
-                self.assertEqual(stem, index[stem].replace(" ", "_"))
-            colours = np.loadtxt(os.path.join(folder, stem + ".colors"))
-            self.assertEqual(colours.shape, (graph.number_of_nodes(), 3))
-            self.assertTrue(((colours >= 0) & (colours <= 1)).all(), stem)
         self.assertIn("Node_Strength", index["ORDER"])
-
-    def test_the_table_codes_and_selection_decide_what_goes_in(self):
-        network = QLONetwork.initWithEdges(4, [0, 1, 2], [1, 2, 0])
-        network.setPropertiesOfVertices(np.array([3.0, 1.0, 4.0, 1.5]), "Age")
-        controller = VXLController.init()
-        controller.setNetwork(network)
-        table = controller.export3DTableController()
-        Table = VXLController.Export3DTableController.Table
-        self.assertIsNone(table.colorsFunctionsDictionary())
-        self.assertFalse(controller.exportTo3D())  # no window, but the table is reloaded
-        self.assertEqual(table.tableView(Table.Colors, "name", 0), "Age")
-        self.assertEqual(table.tableView(Table.Colors, "function", 0), 1)
-
-        table.tableView(Table.Colors, 0, "function", 0)  # linear
-        table.setSelectedRows(Table.Colors, [0])
-        controller.exportWebToFile(self.folder)
-        np.testing.assert_array_equal(
-            np.loadtxt(self.path("Age.colors"), dtype=np.float32),
-            controller.colorsForProperty("Age", "Linear").array())
-        with open(self.path("properties.json")) as source:
-            self.assertEqual(json.load(source)["ORDER"], ["degree", "Age"])
 
     def test_a_bundle_that_cannot_be_written_raises(self):
         controller = VXLController.init()
