@@ -38,6 +38,11 @@ VXLController::Ptr VXLController::init(std::shared_ptr<VXLNetworkView> view) {
   return controller;
 }
 
+void VXLController::setNetworkName(const std::string& name) {
+  networkName_ = name;
+  view_->setNetworkName(name);
+}
+
 VXLController::Ptr VXLController::sharedController() {
   return app::lastController();
 }
@@ -242,7 +247,7 @@ void VXLController::generateNetwork() {
   const float averageDegree = 2.0f * edges / static_cast<float>(n);
   char name[96];
   std::snprintf(name, sizeof name, format, n, static_cast<double>(averageDegree));
-  networkName_ = name;
+  setNetworkName(name);
   setNetwork(made);
 }
 

@@ -81,8 +81,10 @@ class VXLController {
 
   const std::string& uuid() const { return uuid_; }
   void setUuid(const std::string& uuid) { uuid_ = uuid; }
+  // The network's name, shown in the network info panel and (through the
+  // view) in the general information overlay.
   const std::string& networkName() const { return networkName_; }
-  void setNetworkName(const std::string& name) { networkName_ = name; }
+  void setNetworkName(const std::string& name);
 
   // --- Networks and positions ---
   std::shared_ptr<QLONetwork> network() const { return view_->network(); }
@@ -196,6 +198,21 @@ class VXLController {
   std::shared_ptr<QLONumberArray> hiddenVertices() const { return view_->hiddenVertices(); }
   void setHiddenVertices(std::shared_ptr<QLONumberArray> mask) {
     view_->setHiddenVertices(std::move(mask));
+  }
+
+  // --- Vertex-object selection and placement: forwarded to the view ---
+  void selectVertex(const QLOVertex& v) { view_->selectVertex(v); }
+  void addToSelectionVertex(const QLOVertex& v) { view_->addToSelectionVertex(v); }
+  void removeFromSelectionVertex(const QLOVertex& v) { view_->removeFromSelectionVertex(v); }
+  void toggleSelectionOfVertex(const QLOVertex& v) { view_->toggleSelectionOfVertex(v); }
+  // A random layout in the box -X..X, -Y..Y, -Z..Z, and the current layout
+  // recentred and rescaled into the box; both are stored as the network's
+  // "Position". Nothing without a network.
+  void randomizePositionsWithSizeX(float sizeX, float sizeY, float sizeZ) {
+    view_->randomizePositionsWithSizeX(sizeX, sizeY, sizeZ);
+  }
+  void resetCenter(float sizeX, float sizeY, float sizeZ) {
+    view_->resetCenter(sizeX, sizeY, sizeZ);
   }
 
   // --- Filter property selector and the bounds of the filter sliders ---

@@ -67,6 +67,9 @@ TEST(ControllerSettings, ResetRestoresDefaultsAndGeneratesANetwork) {
   // unweighted network.
   ASSERT_TRUE(c.controller->network());
   EXPECT_EQ(c.controller->networkName(), "Random(60,0)");
+  EXPECT_EQ(c.view().infoString(), "(0 x 0) \nRandom(60,0)");  // the overlay shows the name
+  c.controller->setNetworkName("karate.net");
+  EXPECT_EQ(c.view().infoString(), "(0 x 0) \nkarate.net");
   EXPECT_EQ(c.controller->weightMaxThreshold(), 1.0f);
   EXPECT_EQ(c.controller->weightMinThreshold(), 0.0f);
 }

@@ -1,11 +1,13 @@
 """The window controller from Python: the registry, a Python listener called
-back, the generator's keyword arguments and network installation. The rules
-are checked by the C++ controller tests."""
+back, the generator's keyword arguments, network installation, a Python
+selection handler and the placement actions. The rules are checked by the C++
+controller tests."""
+import gc
 import unittest
 
 import numpy as np
 
-from plexview import QLONetwork, VXLController, VXLNetworkView
+from plexview import QLONetwork, VXLController, VXLNetworkView, VXLSelectionHandler
 
 
 class RegistryTest(unittest.TestCase):
@@ -47,6 +49,62 @@ class NetworkTest(unittest.TestCase):
         controller.replaceNetworkWith(network)
         controller.selectVertexWithIndex(5)
         self.assertEqual(controller.networkView().selectedIndices(), [5])
+
+
+class Recorder(VXLSelectionHandler):
+    def __init__(self, calls):
+        super().__init__()
+        self.calls = calls
+
+    def handleSelectionWithController(self, controller, vertexIndex):
+        self.calls.append((controller, vertexIndex))
+
+
+class SelectionAndPlacementTest(unittest.TestCase):
+    def setUp(self):
+        self.controller = VXLController.init()
+        self.controller.setNetwork(QLONetwork.initWithEdges(6, [0, 1, 2, 4], [1, 2, 3, 5]))
+
+    def test_a_python_handler_outlives_the_script_reference(self):
+        calls = []
+        self.controller.setSelectionHandler(Recorder(calls))
+        gc.collect()  # only the view holds the handler now
+        self.assertIsInstance(self.controller.selectionHandler(), Recorder)
+        self.controller.selectVertexWithIndex(4)
+        vertex = self.controller.network().vertexAtIndex(2)
+        self.controller.selectVertex(vertex)
+        self.assertEqual(calls, [(self.controller, 4), (self.controller, 2)])
+        self.controller.setSelectionHandler(None)
+        self.controller.selectVertexWithIndex(1)
+        self.assertEqual(len(calls), 2)
+
+    def test_a_raising_handler_leaves_the_selection_made(self):
+        class Failing(VXLSelectionHandler):
+            def handleSelectionWithController(self, controller, vertexIndex):
+                raise RuntimeError("handler failed")
+
+        self.controller.setSelectionHandler(Failing())
+        self.controller.selectVertexWithIndex(3)
+        self.assertEqual(self.controller.networkView().selectedIndices(), [3])
+
+    def test_vertex_objects_select_like_their_indices(self):
+        vertex = lambda i: self.controller.network().vertexAtIndex(i)
+        self.controller.selectVertex(vertex(1))
+        self.controller.addToSelectionVertex(vertex(4))
+        self.controller.toggleSelectionOfVertex(vertex(5))
+        self.controller.removeFromSelectionVertex(vertex(1))
+        self.assertEqual(self.controller.networkView().selectedIndices(), [4, 5])
+
+    def test_placement_is_stored_as_the_network_position(self):
+        self.controller.randomizePositionsWithSizeX(10, 10, 0)
+        positions = self.controller.positions().array()
+        self.assertTrue(np.all(positions[:, 2] == 0))
+        self.assertTrue(np.all(np.abs(positions[:, :2]) <= 10))
+        self.controller.resetCenter(4, 4, 4)
+        positions = self.controller.positions().array()
+        self.assertAlmostEqual(float(np.ptp(positions[:, :2], axis=0).max()), 4, places=5)
+        stored = self.controller.network().propertyForKey("Position").array()
+        np.testing.assert_array_equal(stored, positions)
 
 
 if __name__ == "__main__":

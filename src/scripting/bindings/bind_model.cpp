@@ -18,6 +18,7 @@ void bindModel(pybind11::module_& m) {
   bindView(m);
   bindLegends(m);
   bindController(m);
+  bindControllerSelection(m);
   bindDocuments(m);
   bindExport(m);
   bindControllerFiles(m);

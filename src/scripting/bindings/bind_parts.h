@@ -16,6 +16,9 @@ void bindNetwork(pybind11::module_& m);
 void bindView(pybind11::module_& m);
 void bindLegends(pybind11::module_& m);  // also gives the view its legend
 void bindController(pybind11::module_& m);
+// The selection handler, vertex-object selection and placement, added to the
+// view and controller classes.
+void bindControllerSelection(pybind11::module_& m);
 void bindDocuments(pybind11::module_& m);  // documents hand out controllers
 // The view's image and vector export.
 void bindExport(pybind11::module_& m);

@@ -135,11 +135,11 @@ void LayoutPanel::addBoxControls() {
   };
   connect(randomize, &QPushButton::clicked, this, [this, box] {
     const auto [x, y, z] = box();
-    controller_->networkView()->randomizePositionsWithSizeX(x, y, z);
+    controller_->randomizePositionsWithSizeX(x, y, z);
   });
   connect(recentre, &QPushButton::clicked, this, [this, box] {
     const auto [x, y, z] = box();
-    controller_->networkView()->resetCenter(x, y, z);
+    controller_->resetCenter(x, y, z);
   });
 }
 
