@@ -64,21 +64,13 @@ Bounds boundsOf(const float* values, std::uint64_t n) {
   return bounds;
 }
 
-// The coordinates as floats: the input's own planes when it holds floats,
-// fresh float copies when it holds doubles.
-struct FloatPlanes {
-  std::array<std::vector<float>, 3> copies;
-  std::array<const float*, 3> data{};
-};
-
-FloatPlanes floatPlanesOf(const QLOVector3dArray& positions) {
-  FloatPlanes planes;
-  if (positions.precision() == Precision::Float) {
-    planes.data = {positions.pointerForX(), positions.pointerForY(), positions.pointerForZ()};
-  } else {
-    planes.copies = {positions.xfv(), positions.yfv(), positions.zfv()};
-    for (std::size_t axis = 0; axis < 3; ++axis) planes.data[axis] = planes.copies[axis].data();
-  }
+// Fresh float copies of the coordinates, read element by element as relaxed
+// atomics: a layout batch may be writing the live planes while the action
+// runs, and the bounds and the rescaling must see the same coordinates.
+std::array<std::vector<float>, 3> snapshotOf(const QLOVector3dArray& positions) {
+  std::array<std::vector<float>, 3> planes;
+  for (auto& plane : planes) plane.resize(positions.count());
+  positions.copyPlanesTo(planes[0].data(), planes[1].data(), planes[2].data());
   return planes;
 }
 
@@ -112,9 +104,9 @@ std::shared_ptr<QLOVector3dArray> recentredAndRescaled(const QLOVector3dArray& p
                                                        float sizeX, float sizeY, float sizeZ) {
   const std::uint64_t V = positions.count();
   auto result = QLOVector3dArray::initWithSize(V, Precision::Float);
-  const FloatPlanes planes = floatPlanesOf(positions);
+  const auto planes = snapshotOf(positions);
   std::array<Bounds, 3> bounds;
-  for (std::size_t axis = 0; axis < 3; ++axis) bounds[axis] = boundsOf(planes.data[axis], V);
+  for (std::size_t axis = 0; axis < 3; ++axis) bounds[axis] = boundsOf(planes[axis].data(), V);
   const float longest = std::max({bounds[0].extent(), bounds[1].extent(), bounds[2].extent()});
   // A single point (or no vertex) has no extent to scale: it stays at the
   // origin, which initWithSize has already written.
@@ -124,7 +116,7 @@ std::shared_ptr<QLOVector3dArray> recentredAndRescaled(const QLOVector3dArray& p
   const std::array<float*, 3> out = {result->pointerForX(), result->pointerForY(),
                                      result->pointerForZ()};
   for (std::size_t axis = 0; axis < 3; ++axis) {
-    rescaleAxis(planes.data[axis], V, bounds[axis], longest, sizes[axis], out[axis]);
+    rescaleAxis(planes[axis].data(), V, bounds[axis], longest, sizes[axis], out[axis]);
   }
   return result;
 }

@@ -20,7 +20,8 @@ std::shared_ptr<QLOVector3dArray> randomBoxPositions(std::uint64_t verticesCount
 // scaled so that its longest extent spans the size of its own axis:
 // q' = ((q - min_a) - e_a / 2) / M * size_a, the first difference in single
 // precision, the rest in double. All vertices at one point (or one vertex)
-// go to the origin.
+// go to the origin. Works on a snapshot of `positions`, so a layout batch may
+// be writing them meanwhile.
 std::shared_ptr<QLOVector3dArray> recentredAndRescaled(const QLOVector3dArray& positions,
                                                        float sizeX, float sizeY, float sizeZ);
 

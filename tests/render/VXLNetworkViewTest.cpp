@@ -204,6 +204,25 @@ TEST(View, ReplacingStateWhileABatchRuns) {
   EXPECT_LT(extent(*view.positions()), INFINITY);
 }
 
+TEST(View, PlacementActionsWhileABatchWritesThePositions) {
+  VXLNetworkView view;
+  view.setNetwork(randomNetwork(1500, 6, 3));
+  view.setIterations(1000000);
+  for (int round = 0; round < 3; ++round) {
+    view.start();
+    view.animationTimer();
+    ASSERT_TRUE(view.iterating());
+    std::this_thread::sleep_for(10ms);
+    // The batch writes the installed array while the actions read it: the
+    // bounds and the rescaling must see the same coordinates.
+    view.resetCenter(5, 5, 5);
+    EXPECT_LE(extent(*view.positions()), 2.5 + 1e-4);
+    view.randomizePositionsWithSizeX(10, 10, 10);
+    view.pause();
+    view.waitForBatch();
+  }
+}
+
 TEST(View, DestroyingAViewWhileItsBatchRuns) {
   for (int i = 0; i < 3; ++i) {
     auto view = std::make_unique<VXLNetworkView>();
