@@ -48,7 +48,11 @@ NetworkViewWidget::NetworkViewWidget(std::shared_ptr<VXLNetworkView> view, QWidg
   timer_.setInterval(kTickInterval);
   connect(&timer_, &QTimer::timeout, this, &NetworkViewWidget::tick);
   timer_.start();
-  start();
+  // A new window opens with its layout paused: making the tick clears the
+  // running state, and the controller's reset to defaults (run before the
+  // window is made) leaves it alone. Start/Pause (Space) starts it.
+  view_->pause();
+  showRunning();
 }
 
 NetworkViewWidget::~NetworkViewWidget() {
@@ -102,6 +106,15 @@ void NetworkViewWidget::initializeGL() {
   // A window shows the text overlays (message, vertex details, camera when
   // asked for); off-screen snapshots show the scene alone.
   view_->setFInfo(true);
+  // A new context (the first, or another window's): the message, the
+  // information text and the capability report follow it.
+  view_->update();
+}
+
+void NetworkViewWidget::resizeGL(int /*width*/, int /*height*/) {
+  // The size or the screen changed. drawRect sizes the viewport and camera
+  // at the next frame; the view's update refreshes its texts.
+  view_->update();
 }
 
 void NetworkViewWidget::paintGL() {

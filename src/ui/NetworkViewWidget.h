@@ -4,7 +4,8 @@
 // drawn over several paints while the window keeps answering), runs the
 // 60 Hz tick and turns
 // Qt's mouse, wheel and key events into the view's calls in backing pixels.
-// The layout starts running when the widget is made.
+// The layout is paused when the widget is made; a new context, size or
+// screen reaches the view's update.
 #include <QOpenGLWidget>
 #include <QTimer>
 #include <array>
@@ -47,7 +48,9 @@ class NetworkViewWidget : public QOpenGLWidget {
  protected:
   void initializeGL() override;
   void paintGL() override;
-  // resizeGL is not overridden: drawRect sizes the viewport and camera.
+  // Tells the view of the change (its update); drawRect sizes the viewport
+  // and camera at the next frame.
+  void resizeGL(int width, int height) override;
 
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;

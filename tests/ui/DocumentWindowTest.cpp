@@ -86,6 +86,7 @@ TEST_F(DocumentWindows, ClosingWhileTheLayoutRunsStopsItFirst) {
     const std::string uuid = controller.uuid();
     VXLNetworkView& view = *controller.networkView();
     view.setIterations(500);  // long batches: closing meets one under way
+    window->networkView()->start();
     ASSERT_TRUE(processEventsUntil([&] { return view.iterating(); }));
     if (!startUp) {
       ASSERT_TRUE(processEventsUntil([&] { return document->isDocumentEdited(); }));

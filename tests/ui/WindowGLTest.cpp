@@ -87,13 +87,18 @@ class Window : public ::testing::Test {
   std::unique_ptr<ui::DocumentWindow> window_;
 };
 
-TEST_F(Window, ShowsTheNetworkLaysItOutWhileOpenAndSpaceOrTheMenuPause) {
-  EXPECT_TRUE(view().fAnimate()) << "the layout runs when the window opens";
+TEST_F(Window, ShowsTheNetworkPausedLaysItOutOnceStartedAndSpaceOrTheMenuPause) {
+  EXPECT_FALSE(view().fAnimate()) << "a new window opens with its layout paused";
   ASSERT_TRUE(processEventsUntil([&] { return view().camera().viewWidth > 0; }));
   const QImage first = widget().grabFramebuffer();
   const std::vector<Vec3d> start = positionsOf(view());
+  // The window's context reached the view: its texts and capability report.
+  EXPECT_EQ(view().messageString().rfind("update at ", 0), 0u) << view().messageString();
+  EXPECT_NE(view().capabilitiesText(), "");
 
-  // Let the layout run for a while (the timer starts its batches).
+  // Started, the layout runs for a while (the timer starts its batches).
+  QTest::keyClick(&widget(), Qt::Key_Space);
+  EXPECT_TRUE(view().fAnimate());
   QTest::qWait(1000);
   EXPECT_TRUE(processEventsUntil(
       [&] { return movedCount(start, positionsOf(view())) > start.size() / 2; }));
@@ -111,6 +116,7 @@ TEST_F(Window, ShowsTheNetworkLaysItOutWhileOpenAndSpaceOrTheMenuPause) {
   QAction* menuItem =
       uitest::findAction(uitest::findMenu(window_->menuBar(), "View"), "Start/Pause");
   ASSERT_TRUE(menuItem);
+  EXPECT_TRUE(menuItem->isChecked());
   QTest::keyClick(&widget(), Qt::Key_Space);
   EXPECT_FALSE(view().fAnimate());
   EXPECT_FALSE(menuItem->isChecked());
@@ -124,6 +130,28 @@ TEST_F(Window, ShowsTheNetworkLaysItOutWhileOpenAndSpaceOrTheMenuPause) {
   const std::vector<Vec3d> paused = positionsOf(view());
   QTest::qWait(300);
   EXPECT_EQ(movedCount(paused, positionsOf(view())), 0u);
+}
+
+TEST(ViewHost, AnotherWindowsContextRefreshesTheViewsTexts) {
+  uitest::ensureApplication();
+  QWidget first, second;
+  auto* host = new ui::NetworkViewWidget(nullptr, &first);
+  first.resize(200, 150);
+  host->resize(200, 150);
+  first.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&first));
+  ASSERT_TRUE(processEventsUntil([&] { return !host->view().messageString().empty(); }));
+  const std::string before = host->view().messageString();
+  QTest::qWait(250);  // the message names the time in tenths of a second
+
+  // Moved into another window, the widget gets a new context.
+  host->setParent(&second);
+  second.resize(200, 150);
+  host->show();
+  second.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&second));
+  EXPECT_TRUE(processEventsUntil([&] { return host->view().messageString() != before; })) << before;
+  EXPECT_NE(host->view().capabilitiesText(), "");
 }
 
 TEST_F(Window, MouseAndWheelReachTheView) {
