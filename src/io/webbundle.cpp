@@ -63,16 +63,17 @@ std::vector<std::string> writeWebBundle(const fs::path& folder, const WebBundleS
   std::vector<WebIndexEntry> index{{degree, std::string(kDegreeName)}};
   for (const WebColourChoice& choice : source.choices) {
     const auto colours = source.colours(choice.name, choice.function);
-    if (!colours) continue;  // "None": nothing to show
     if (isDegreeName(choice.name)) {
-      out.array(degree + ".colors", colours.get());
+      if (colours) out.array(degree + ".colors", colours.get());
       continue;
     }
     const std::string stem = webStem(choice.name);
     const std::string values =
         propertyText(network.propertyForKey(choice.name), network.countVertices());
     if (!values.empty()) out.text(stem + ".property", values);
-    out.array(stem + ".colors", colours.get());
+    // A name without colours ("None") writes no file but keeps its entry in
+    // the index, so the viewer offers it as the choice of no colouring.
+    if (colours) out.array(stem + ".colors", colours.get());
     index.push_back({stem, choice.name});
   }
   out.text("properties.json", propertiesJsonText(index));

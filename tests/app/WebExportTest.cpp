@@ -154,19 +154,21 @@ TEST(WebExport, TheTableRowsCodesAndSelection) {
   EXPECT_EQ(table.selectedRows(Table::Colors), (std::vector<std::size_t>{0, 3}));
   EXPECT_EQ(table.selectedKeysForColors(), (std::vector<std::string>{"Age", "None"}));
 
-  // "None" gives no colours, so no files and no index entry; "Age" has its
+  // "None" gives no colours, so no files but its index entry; "Age" has its
   // values and its colours under "Power".
   const ScratchFolder scratch;
   const fs::path folder = scratch.path() / "table";
   ASSERT_TRUE(controller->exportWebToFile(folder));
   EXPECT_FALSE(fs::exists(folder / "None.colors"));
+  EXPECT_FALSE(fs::exists(folder / "None.property"));
   EXPECT_EQ(contentsOf(folder / "Age.property"), "30\n40\n50\n");
   EXPECT_EQ(contentsOf(folder / "names.dat"), "0\n1\n2\n");  // no names: the indices
   EXPECT_EQ(contentsOf(folder / "Age.colors"),
             controller->colorsForProperty("Age", "Power")->text());
   EXPECT_EQ(contentsOf(folder / "properties.json"),
             "{\n\t\"degree\" : \"Node Degree\",\n\t\"Age\" : \"Age\",\n"
-            "\t\"ORDER\" : [\"degree\", \"Age\"]\n}\n");
+            "\t\"None\" : \"None\",\n"
+            "\t\"ORDER\" : [\"degree\", \"Age\", \"None\"]\n}\n");
 }
 
 TEST(WebExport, FunctionCodesOutsideTheListAreLinear) {
