@@ -419,6 +419,9 @@ class VXLNetworkView {
   void setLegendsHeight(float value);
   // GL: draws the enabled texts in pixel coordinates over the viewport.
   void drawInfo();
+  // The same over a width x height picture drawn in tiles: `window` maps the
+  // whole picture's clip volume onto the tile's viewport (tileWindow).
+  void drawInfo(double width, double height, const Matrix4& window);
 
   // --- Image and vector export (VXLNetworkViewExport.cpp) ---
   // Writes the view to `path` as a picture of width x height pixels ((0, 0):

@@ -155,7 +155,16 @@ QImage VXLNetworkView::exportPicture(ExportReport& report, float lineWidth,
       if (offscreen.create(context.context())) {
         rows = drawExportTiles(report, lineWidth);
       } else {
-        report.error = "no off-screen OpenGL context with a depth buffer could be made";
+        // No off-screen context: the view's own context draws the picture,
+        // into framebuffer objects of its own, and its viewport is put back
+        // for the frames on screen.
+        context.makeCurrent();
+        std::lock_guard guard(contextLock_);
+        GLint viewport[4] = {0, 0, 0, 0};
+        glGetIntegerv(GL_VIEWPORT, viewport);
+        rows = drawExportTiles(report, lineWidth);
+        glViewport(viewport[0], viewport[1], viewport[2], viewport[3]);
+        report.ownContext = true;
       }
     }
     context.makeCurrent();
@@ -181,12 +190,6 @@ QImage VXLNetworkView::drawExportTiles(ExportReport& report, float lineWidth) {
     report.error = "no off-screen framebuffer of " + sizeText(std::min(side, W), std::min(side, H));
     return {};
   }
-  GLint viewportLimit[2] = {0, 0};
-  glGetIntegerv(GL_MAX_VIEWPORT_DIMS, viewportLimit);
-  // The overlays are placed over one viewport covering the whole picture.
-  const bool overlays = fInfo() && W <= viewportLimit[0] && H <= viewportLimit[1];
-  if (fInfo() && !overlays) quillo::logLine("the overlays are left out of so large a picture");
-
   target.bind();
   const ExportPass pass = beginExportPass(W, H);
   glEnable(GL_BLEND);
@@ -208,10 +211,10 @@ QImage VXLNetworkView::drawExportTiles(ExportReport& report, float lineWidth) {
     clearTo(background);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     drawCommands();
-    if (overlays) {
-      glViewport(-tile.x, -tile.y, W, H);
-      drawInfo();
-    }
+    // The overlays are placed over the whole picture, and each tile shows
+    // its part of them through the same window as the scene: no viewport
+    // larger than a tile is needed, however large the picture.
+    if (fInfo()) drawInfo(W, H, tileWindow(tile, W, H));
     glFlush();
     const auto offset = 4 * (static_cast<qsizetype>(tile.y) * W + tile.x);
     target.read(tile.width, tile.height, rows.bits() + offset, W);

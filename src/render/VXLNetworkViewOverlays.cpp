@@ -191,6 +191,13 @@ std::string VXLNetworkView::capabilitiesText() {
 }
 
 void VXLNetworkView::drawInfo() {
+  GLint viewport[4] = {0, 0, 0, 0};
+  glGetIntegerv(GL_VIEWPORT, viewport);
+  constexpr Matrix4 kIdentity{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+  drawInfo(viewport[2], viewport[3], kIdentity);
+}
+
+void VXLNetworkView::drawInfo(const double w, const double h, const Matrix4& window) {
   std::lock_guard context(contextLock_);
   struct Texts {
     std::string camera, info, vertexInfo, message, error, capabilities;
@@ -211,14 +218,12 @@ void VXLNetworkView::drawInfo() {
   }
   for (const auto& legend : retired) legend->deleteTexture();
 
-  GLint viewport[4] = {0, 0, 0, 0};
-  glGetIntegerv(GL_VIEWPORT, viewport);
-  const double w = viewport[2], h = viewport[3];
-  // Pixel coordinates over the viewport, origin top left, y downwards.
+  // Pixel coordinates over the picture, origin top left, y downwards; the
+  // window then picks the part of it the viewport shows.
   const GLboolean depthTest = glIsEnabled(GL_DEPTH_TEST);
   glMatrixMode(GL_PROJECTION);
   glPushMatrix();
-  glLoadIdentity();
+  glLoadMatrixd(window.data());
   glMatrixMode(GL_MODELVIEW);
   glPushMatrix();
   glLoadIdentity();

@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kSamples = 8;
 std::atomic<int> gTileSideBound{0};
+std::atomic<OffscreenContexts> gOffscreenContexts{OffscreenContexts::Allowed};
 
 // The context exports use when no window lends its own; it lives as long as
 // the process (a context cannot outlive the application object safely, so
@@ -118,7 +119,14 @@ OffscreenContext::~OffscreenContext() {
   surface_.reset();
 }
 
+void setOffscreenContexts(OffscreenContexts contexts) {
+  gOffscreenContexts.store(contexts, std::memory_order_relaxed);
+}
+
 bool OffscreenContext::create(QOpenGLContext* shareWith) {
+  if (gOffscreenContexts.load(std::memory_order_relaxed) == OffscreenContexts::Refused) {
+    return false;
+  }
   context_ = std::make_unique<QOpenGLContext>();
   context_->setFormat(exportSurfaceFormat());
   context_->setShareContext(shareWith);

@@ -58,13 +58,20 @@ class OffscreenContext {
   ~OffscreenContext();
   OffscreenContext(const OffscreenContext&) = delete;
   OffscreenContext& operator=(const OffscreenContext&) = delete;
-  // False when the format cannot be had or the context cannot be made current.
+  // False when the format cannot be had, the context cannot be made current
+  // or such contexts are refused (setOffscreenContexts).
   bool create(QOpenGLContext* shareWith);
 
  private:
   std::unique_ptr<QOpenGLContext> context_;
   std::unique_ptr<QOffscreenSurface> surface_;
 };
+
+// Whether OffscreenContext::create may make a context at all. Tests refuse
+// them to exercise the export's fallback to the view's own context, which a
+// driver without off-screen surfaces would take.
+enum class OffscreenContexts { Allowed, Refused };
+void setOffscreenContexts(OffscreenContexts contexts);
 
 // The GL surface the view draws into: a compatibility profile (it draws
 // with the fixed-function pipeline and display lists), a 24-bit depth buffer

@@ -1,8 +1,11 @@
 // Raster export: each writer, the picture's orientation, background and
 // content, tiles, the frame on screen, and failures that keep an earlier file.
+#include <GL/gl.h>
+
 #include <QImageReader>
 
 #include "export_support.h"
+#include "render/VXLLegends.h"
 
 namespace {
 
@@ -79,6 +82,34 @@ TEST_F(ImageExport, TilesStitchIntoThePictureDrawnWhole) {
   EXPECT_GT(differing(a), differing(bare) + 50);
 }
 
+TEST_F(ImageExport, OverlaysReachAPictureWiderThanAViewportMayBe) {
+  GLint limit[2] = {0, 0};
+  glGetIntegerv(GL_MAX_VIEWPORT_DIMS, limit);
+  if (limit[0] > 32768) GTEST_SKIP() << "a picture wider than " << limit[0] << " is too large";
+  const int W = limit[0] + 100, H = 200;
+  export_gl::setMaxTileSide(4096);
+  view.setFInfo(true);
+  view.setGeneralInfo(true);  // centred
+  view.setCameraInfo(true);   // top right
+  view.setVertexInfo(false);
+  view.setLegends(VXLLegends::initWithTitle("", {"low", "high"}, {{0, 0, 1, 1}, {0, 0, 1, 1}},
+                                            LegendKind::Categorical, scene::Background::White));
+  view.setLegendsHeight(4.6f);  // bottom left
+  const ExportReport report = save("wide.png", W, H);
+  ASSERT_TRUE(report.written) << report.error;
+  EXPECT_GT(report.tiles, 1);
+  const QImage shown = load(report.path);
+  view.setFInfo(false);
+  const QImage bare = load(save("wide-bare.png", W, H).path);
+  ASSERT_EQ(shown.size(), bare.size());
+  const auto changed = [&](const QRect& area) {
+    return differing(shown.copy(area), nullptr) - differing(bare.copy(area), nullptr);
+  };
+  EXPECT_GT(changed(QRect(0, H / 2, 200, H / 2)), 50) << "no legend";
+  EXPECT_GT(changed(QRect(W / 2 - 40, 0, 80, H)), 50) << "no information text";
+  EXPECT_GT(changed(QRect(W - 200, 0, 200, 40)), 50) << "no camera text";
+}
+
 TEST_F(ImageExport, TheViewsOwnSizeGivesTheFrameOnScreen) {
   // Recoloured after the frame: only a new drawing shows green.
   view.setColors(vectors({{0, 1, 0}, {0, 1, 0}}));
@@ -87,6 +118,22 @@ TEST_F(ImageExport, TheViewsOwnSizeGivesTheFrameOnScreen) {
   EXPECT_TRUE(dominant(colourAt(screen, kUpperLeft), 0));
   const ExportReport drawn = save("drawn.png", kSize + 1, kSize);
   EXPECT_TRUE(dominant(colourAt(load(drawn.path), kUpperLeft), 1));
+}
+
+TEST_F(ImageExport, WithoutAnOffscreenContextTheViewsOwnContextDraws) {
+  const QImage offscreen = load(save("offscreen.png", 300, 200).path);
+  export_gl::setOffscreenContexts(export_gl::OffscreenContexts::Refused);
+  const ExportReport own = save("own.png", 300, 200);
+  ASSERT_TRUE(own.written) << own.error;
+  EXPECT_TRUE(own.ownContext);
+  const QImage picture = load(own.path);
+  ASSERT_EQ(picture.size(), QSize(300, 200));
+  EXPECT_LE(differing(picture, &offscreen, 8), 30);
+  // The frames on screen keep the view's viewport and camera.
+  EXPECT_EQ(view.camera().viewWidth, kSize);
+  GLint viewport[4] = {0, 0, 0, 0};
+  glGetIntegerv(GL_VIEWPORT, viewport);
+  EXPECT_EQ(viewport[2], kSize);
 }
 
 TEST_F(ImageExport, OutsideAFrameTheHostLendsTheViewsContext) {

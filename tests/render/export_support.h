@@ -49,6 +49,7 @@ class ExportFixture : public OffscreenGL {
   }
   void TearDown() override {
     export_gl::setMaxTileSide(0);
+    export_gl::setOffscreenContexts(export_gl::OffscreenContexts::Allowed);
     OffscreenGL::TearDown();
   }
   ExportReport save(const std::string& name, int width, int height, float lineWidth = 1.5f) {
