@@ -204,6 +204,21 @@ TEST(Vector3dArray, CopiesConvertPrecisionAndDoNotShare) {
   EXPECT_EQ(built->vectorAtIndex(1), (std::array<double, 3>{1, 2, 3}));
 }
 
+TEST(Vector3dArray, PlaneCopiesKeepEachAxisAtEitherPrecision) {
+  const std::vector<float> x{1, 2, 3}, y{-4, 5.5f, 6}, z{7, 8, -9.25f};
+  for (const Precision precision : {Precision::Float, Precision::Double}) {
+    auto array = QLOVector3dArray::initWithSize(3, precision);
+    array->copyPlanesFrom(x.data(), y.data(), z.data());
+    EXPECT_EQ(array->vectorAtIndex(1), (std::array<double, 3>{2, 5.5, 8}));
+    std::vector<float> out[3] = {std::vector<float>(3), std::vector<float>(3),
+                                 std::vector<float>(3)};
+    array->copyPlanesTo(out[0].data(), out[1].data(), out[2].data());
+    EXPECT_EQ(out[0], x);
+    EXPECT_EQ(out[1], y);
+    EXPECT_EQ(out[2], z);
+  }
+}
+
 TEST(Vector3dArray, FileRoundTripIsExact) {
   auto array = QLOVector3dArray::initWithSize(2, Precision::Float);
   array->setVector({0.1, -0.0, 3.0e38}, 0);

@@ -194,22 +194,33 @@ std::string QLOVector3dArray::text() const {
   return out;
 }
 
+// The precision is settled once per plane, so each loop is a plain run of
+// relaxed loads or stores.
 void QLOVector3dArray::copyPlanesTo(float* x, float* y, float* z) const {
   float* out[3] = {x, y, z};
   for (int axis = 0; axis < 3; ++axis) {
-    for (std::uint64_t i = 0; i < count_; ++i)
-      out[axis][i] = static_cast<float>(component(axis, i));
+    float* to = out[axis];
+    if (precision_ == Precision::Float) {
+      const float* plane = floatPlane(axis);
+      for (std::uint64_t i = 0; i < count_; ++i) to[i] = loadRelaxed(plane + i);
+    } else {
+      const double* plane = doublePlane(axis);
+      for (std::uint64_t i = 0; i < count_; ++i) to[i] = static_cast<float>(loadRelaxed(plane + i));
+    }
   }
 }
 
 void QLOVector3dArray::copyPlanesFrom(const float* x, const float* y, const float* z) {
   const float* in[3] = {x, y, z};
   for (int axis = 0; axis < 3; ++axis) {
-    for (std::uint64_t i = 0; i < count_; ++i) {
-      if (precision_ == Precision::Float) {
-        storeRelaxed(floatPlane(axis) + i, in[axis][i]);
-      } else {
-        storeRelaxed(doublePlane(axis) + i, static_cast<double>(in[axis][i]));
+    const float* from = in[axis];
+    if (precision_ == Precision::Float) {
+      float* plane = floatPlane(axis);
+      for (std::uint64_t i = 0; i < count_; ++i) storeRelaxed(plane + i, from[i]);
+    } else {
+      double* plane = doublePlane(axis);
+      for (std::uint64_t i = 0; i < count_; ++i) {
+        storeRelaxed(plane + i, static_cast<double>(from[i]));
       }
     }
   }
