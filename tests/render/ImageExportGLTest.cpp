@@ -65,11 +65,26 @@ TEST_F(ImageExport, BackgroundIsTransparentOnlyWhenAsked) {
   }
 }
 
-TEST_F(ImageExport, TilesStitchIntoThePictureDrawnWhole) {
+TEST_F(ImageExport, TilesAndTheViewsOwnContextGiveThePictureDrawnWhole) {
   view.setFInfo(true);
   view.setGeneralInfo(true);  // a text centred in the whole picture
   view.setVertexInfo(false);
   const QImage a = load(save("whole.png", 300, 200).path);
+
+  // Without an off-screen context the view's own context draws it, and
+  // keeps its viewport for the frames on screen.
+  export_gl::setOffscreenContexts(export_gl::OffscreenContexts::Refused);
+  const ExportReport own = save("own.png", 300, 200);
+  export_gl::setOffscreenContexts(export_gl::OffscreenContexts::Allowed);
+  ASSERT_TRUE(own.written) << own.error;
+  EXPECT_TRUE(own.ownContext);
+  const QImage ownPicture = load(own.path);
+  ASSERT_EQ(ownPicture.size(), a.size());
+  EXPECT_LE(differing(a, &ownPicture, 8), 30);
+  GLint viewport[4] = {0, 0, 0, 0};
+  glGetIntegerv(GL_VIEWPORT, viewport);
+  EXPECT_EQ(viewport[2], kSize);
+
   export_gl::setMaxTileSide(64);
   const ExportReport tiled = save("tiled.png", 300, 200);
   EXPECT_EQ(tiled.tiles, 5 * 4);
@@ -118,22 +133,6 @@ TEST_F(ImageExport, TheViewsOwnSizeGivesTheFrameOnScreen) {
   EXPECT_TRUE(dominant(colourAt(screen, kUpperLeft), 0));
   const ExportReport drawn = save("drawn.png", kSize + 1, kSize);
   EXPECT_TRUE(dominant(colourAt(load(drawn.path), kUpperLeft), 1));
-}
-
-TEST_F(ImageExport, WithoutAnOffscreenContextTheViewsOwnContextDraws) {
-  const QImage offscreen = load(save("offscreen.png", 300, 200).path);
-  export_gl::setOffscreenContexts(export_gl::OffscreenContexts::Refused);
-  const ExportReport own = save("own.png", 300, 200);
-  ASSERT_TRUE(own.written) << own.error;
-  EXPECT_TRUE(own.ownContext);
-  const QImage picture = load(own.path);
-  ASSERT_EQ(picture.size(), QSize(300, 200));
-  EXPECT_LE(differing(picture, &offscreen, 8), 30);
-  // The frames on screen keep the view's viewport and camera.
-  EXPECT_EQ(view.camera().viewWidth, kSize);
-  GLint viewport[4] = {0, 0, 0, 0};
-  glGetIntegerv(GL_VIEWPORT, viewport);
-  EXPECT_EQ(viewport[2], kSize);
 }
 
 TEST_F(ImageExport, OutsideAFrameTheHostLendsTheViewsContext) {

@@ -193,7 +193,6 @@ TEST(View, ReplacingStateWhileABatchRuns) {
     view.setFilterPropertyName(round % 2 ? "Node Degree" : "Node Strength");
     view.prepareFrame();
     view.setMinFilterProperty(1);
-    view.resetCenter(10, 10, 10);
     view.setNetwork(randomNetwork(1000 + 100 * static_cast<std::uint64_t>(round), 4, 2));
     view.prepareFrame();
     view.animationTimer();
