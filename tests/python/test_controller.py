@@ -82,6 +82,8 @@ class SelectionAndPlacementTest(unittest.TestCase):
         c.setSelectionHandler(None)
         c.selectVertexWithIndex(1)
         self.assertEqual(len(calls), 2)
+        with self.assertRaisesRegex(TypeError, "VXLSelectionHandler"):
+            c.setSelectionHandler(print)
 
     def test_placement_is_stored_as_the_network_position(self):
         self.controller.randomizePositionsWithSizeX(10, 10, 0)

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 #include "app/VXLController.h"
 #include "bindings/bind_parts.h"
@@ -46,6 +47,10 @@ class PythonSelectionHandler : public VXLSelectionHandler {
 // overriding method) is kept alive for as long as the view holds it.
 std::shared_ptr<VXLSelectionHandler> heldHandler(const py::object& handler) {
   if (handler.is_none()) return nullptr;
+  if (!py::isinstance<VXLSelectionHandler>(handler)) {
+    throw py::type_error("a selection handler must be a VXLSelectionHandler (or None), not " +
+                         std::string(py::str(py::type::of(handler).attr("__name__"))));
+  }
   auto* raw = handler.cast<VXLSelectionHandler*>();
   PyObject* owner = handler.inc_ref().ptr();
   return std::shared_ptr<VXLSelectionHandler>(raw, [owner](VXLSelectionHandler*) {
