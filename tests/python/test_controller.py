@@ -3,6 +3,7 @@ back, the generator's keyword arguments, network installation, a Python
 selection handler and the placement actions. The rules are checked by the C++
 controller tests."""
 import gc
+import sys
 import unittest
 
 import numpy as np
@@ -73,7 +74,13 @@ class SelectionAndPlacementTest(unittest.TestCase):
         gc.collect()  # only the view holds the handler now
         self.assertIsInstance(c.selectionHandler(), Recorder)
         c.selectVertex(c.network().vertexAtIndex(2))
-        c.selectVertexWithIndex(3)  # the handler raises: reported, the selection stands
+        reported = []
+        hook, sys.unraisablehook = sys.unraisablehook, reported.append
+        try:
+            c.selectVertexWithIndex(3)  # the handler raises: reported, the selection stands
+        finally:
+            sys.unraisablehook = hook
+        self.assertEqual([type(r.exc_value) for r in reported], [RuntimeError])
         self.assertEqual(calls, [(c, 2), (c, 3)])
         c.addToSelectionVertex(c.network().vertexAtIndex(4))
         c.toggleSelectionOfVertex(c.network().vertexAtIndex(5))
