@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "layout/barneshut.h"
 #include "layout/kernels.h"
 #include "layout/step.h"
 #include "plexora/QLONetwork.h"
@@ -37,10 +38,10 @@ struct Scene {
   std::vector<float> interleaved;  // x, y, z per vertex, for the reference
   std::vector<float> interleavedSpeeds;
 
-  explicit Scene(std::uint64_t vertices) {
+  explicit Scene(std::uint64_t vertices, double degree = kDegree) {
     auto& random = QLORandomGenerator::sharedRandomGenerator();
     random.setSeed(kSeed);
-    network = QLONetwork::initRandomNetworkWithNumberOfVertices(vertices, kDegree);
+    network = QLONetwork::initRandomNetworkWithNumberOfVertices(vertices, degree);
     for (std::uint64_t e = 0; e < network->countEdges(); ++e) {
       weights.push_back(static_cast<float>(1.0 - random.randomDouble()));
     }
@@ -67,9 +68,10 @@ void reportPairs(benchmark::State& state, std::uint64_t vertices) {
                          benchmark::Counter::kIsRate);
 }
 
-void layoutStep(benchmark::State& state, layout::LayoutMode mode) {
+// One step in `mode` with the all-pairs repulsion (theta 0) or the octree.
+void runSteps(benchmark::State& state, layout::LayoutMode mode, float theta, double degree) {
   const auto vertices = static_cast<std::uint64_t>(state.range(0));
-  Scene scene(vertices);
+  Scene scene(vertices, degree);
   std::vector<float> snapshotX, snapshotY, snapshotZ;
   layout::PassInputs inputs;
   inputs.verticesCount = vertices;
@@ -82,7 +84,8 @@ void layoutStep(benchmark::State& state, layout::LayoutMode mode) {
   inputs.from = scene.network->edgeFromList;
   inputs.to = scene.network->edgeToList;
   inputs.weights = mode == layout::LayoutMode::Plain ? nullptr : scene.weights.data();
-  const layout::StepSettings settings{mode, 0.05f};
+  const layout::StepSettings settings{mode, 0.05f, theta};
+  layout::StepWorkspace workspace;
   for (auto _ : state) {
     // The view hands the step a snapshot of the positions; taking it is part
     // of the step's cost.
@@ -93,11 +96,22 @@ void layoutStep(benchmark::State& state, layout::LayoutMode mode) {
     inputs.y = snapshotY.data();
     inputs.z = snapshotZ.data();
     layout::step(settings, inputs, {scene.x.data(), scene.y.data(), scene.z.data()},
-                 {scene.vx.data(), scene.vy.data(), scene.vz.data()});
+                 {scene.vx.data(), scene.vy.data(), scene.vz.data()}, workspace);
     benchmark::DoNotOptimize(scene.x.data());
     benchmark::ClobberMemory();
   }
-  reportPairs(state, vertices);
+  state.counters["edges"] = static_cast<double>(scene.network->countEdges());
+}
+
+void layoutStep(benchmark::State& state, layout::LayoutMode mode) {
+  runSteps(state, mode, 0.0f, kDegree);
+  reportPairs(state, static_cast<std::uint64_t>(state.range(0)));
+}
+
+// The octree step at theta 0.8: degree 8 up to 100,000 vertices (400,000
+// edges), degree 4 above (1,000,000 vertices, 2,000,000 edges).
+void BM_StepBarnesHut(benchmark::State& state) {
+  runSteps(state, layout::LayoutMode::Plain, 0.8f, state.range(0) > 100000 ? 4.0 : kDegree);
 }
 
 void referenceStep(benchmark::State& state) {
@@ -122,6 +136,7 @@ void referenceStep(benchmark::State& state) {
 BENCHMARK_CAPTURE(layoutStep, plain, layout::LayoutMode::Plain)
     ->Arg(1000)
     ->Arg(5000)
+    ->Arg(10000)
     ->Arg(20000)
     ->Arg(50000)
     ->Unit(benchmark::kMillisecond)
@@ -132,6 +147,13 @@ BENCHMARK_CAPTURE(layoutStep, edge_weighted, layout::LayoutMode::EdgeWeighted)
     ->UseRealTime();
 BENCHMARK_CAPTURE(layoutStep, weight_as_distance, layout::LayoutMode::WeightAsDistance)
     ->Arg(20000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK(BM_StepBarnesHut)
+    ->Arg(10000)
+    ->Arg(50000)
+    ->Arg(100000)
+    ->Arg(1000000)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 BENCHMARK(referenceStep)

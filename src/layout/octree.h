@@ -32,7 +32,7 @@ struct Octree {
   std::vector<std::uint32_t> leaves;
 };
 
-inline constexpr std::uint32_t kOctreeLeafSize = 32;
+inline constexpr std::uint32_t kOctreeLeafSize = 64;
 
 // Builds the tree over the points `indices` (their positions read from the
 // planes px, py, pz, all finite). `tree` is reused to spare allocations.
