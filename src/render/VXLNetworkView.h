@@ -31,6 +31,9 @@
 #include "render/exportreport.h"
 
 class GLString;
+namespace layout {
+struct StepWorkspace;
+}
 class VXLLegends;
 class QImage;
 namespace export_gl {
@@ -124,6 +127,19 @@ class VXLNetworkView {
   void setIterating(bool value) { iterating_.store(value); }
   bool fAnimate() const { return animate_.load(); }
   double time() const { return time_.load(kRelaxed); }
+
+  // --- Repulsion: all pairs or the octree approximation ---
+  // Automatic (the default) uses all pairs below 20,000 participating
+  // vertices and theta 0.8 from there on. Setting theta turns automatic off;
+  // theta 0 means all pairs.
+  float barnesHutTheta() const { return theta_.load(kRelaxed); }
+  void setBarnesHutTheta(float theta);
+  bool automaticRepulsion() const { return automaticRepulsion_.load(kRelaxed); }
+  void setAutomaticRepulsion(bool on) { automaticRepulsion_.store(on, kRelaxed); }
+  // The theta the next step uses (0: all pairs), and as text, e.g.
+  // "Repulsion: Barnes–Hut θ = 0.8".
+  float repulsionThetaInUse() const;
+  std::string repulsionStatus() const;
 
   // --- Stepping ---
   // Runs up to n steps on the calling thread (stopping early when iterating
@@ -520,6 +536,8 @@ class VXLNetworkView {
   std::atomic<bool> iterating_{false};
   std::atomic<bool> animate_{false};
   std::atomic<double> time_{0.0};
+  std::atomic<float> theta_{0.8f};
+  std::atomic<bool> automaticRepulsion_{true};
 
   // Filter state.
   float weightMaxThreshold_ = 1.0f;                      // under lock_
@@ -634,5 +652,9 @@ class VXLNetworkView {
 
   // One batch at a time: the background thread or a synchronous iterateBy.
   std::mutex batchMutex_;
+  // The approximate step's buffers, for the network they were made for (held
+  // so that its edge arrays stay valid). Under batchMutex_.
+  std::shared_ptr<layout::StepWorkspace> stepWorkspace_;
+  std::shared_ptr<QLONetwork> stepWorkspaceNetwork_;
   std::thread batchThread_;  // touched by the main thread only
 };
