@@ -141,6 +141,14 @@ class VXLNetworkView {
   float repulsionThetaInUse() const;
   std::string repulsionStatus() const;
 
+  // --- Multilevel start ---
+  // Lays the network out on ever coarser versions of itself (see
+  // layout/multilevel.h) with the current constants, on the calling thread,
+  // and installs the result as the positions (speeds zeroed). `progress` is
+  // told the fraction done after every step and may answer false to stop,
+  // leaving the positions as they were. Answers whether positions were placed.
+  bool multilevelStart(const std::function<bool(double)>& progress = {});
+
   // --- Stepping ---
   // Runs up to n steps on the calling thread (stopping early when iterating
   // is cleared); waits first for a batch running on the background thread.
