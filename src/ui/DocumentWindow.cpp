@@ -27,6 +27,7 @@
 #include "ui/export3dsheet.h"
 #include "ui/exportimagedialog.h"
 #include "ui/filepanels.h"
+#include "ui/multilevelstart.h"
 
 namespace ui {
 
@@ -121,6 +122,12 @@ DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentContr
   updateCounts();
   validateExportItems();
 
+  // A large network gets the multilevel start once the window shows.
+  if (const auto network = controller_->network();
+      network && network->countVertices() > kMultilevelOnOpenVertices && multilevelStartOnOpen()) {
+    QTimer::singleShot(0, this, [this] { runMultilevelStart(this, *controller_); });
+  }
+
   layoutWatch_.setInterval(kLayoutWatchMilliseconds);
   connect(&layoutWatch_, &QTimer::timeout, this, [this] {
     const VXLNetworkView& view = view_->view();
@@ -154,6 +161,7 @@ DocumentWindow* DocumentWindow::windowFor(const QLOComplexNetwork* document) {
 void DocumentWindow::buildMenus() {
   buildFileMenu();
   buildViewMenu();
+  addMultilevelActions(menuBar()->addMenu(tr("&Layout")), this, *controller_);
   QMenu* window = menuBar()->addMenu(tr("&Window"));
   // Enabled when the program has an interpreter (and so a console).
   QAction* console =
