@@ -1,6 +1,6 @@
 // The approximate repulsion pass (see barneshut.h): participants, octree,
-// then one task per group of leaves, each leaf gathering its sources by a walk
-// of the tree and summing the forces on its own vertices.
+// then tasks over the octree's groups, each group gathering its sources by a
+// walk of the tree and summing the forces on its own vertices.
 #include "layout/barneshut.h"
 
 #include <algorithm>
@@ -48,22 +48,25 @@ float squaredDistanceToBox(const float p[3], const float lo[3], const float hi[3
   return sum;
 }
 
-// Collects the sources of `leaf`: its own vertices, the vertices of every
-// leaf too close to take whole, and the cells far enough to take whole.
-void gatherSources(const Octree& tree, const OctreeCell& leaf, float theta, Scratch& scratch) {
+// Collects the sources of a group of vertices: its own vertices, the vertices
+// of every leaf too close to take whole, and the cells far enough to take
+// whole.
+void gatherSources(const Octree& tree, const OctreeCell& group, float theta, Scratch& scratch) {
   for (auto* list : {&scratch.nearX, &scratch.nearY, &scratch.nearZ, &scratch.farX, &scratch.farY,
                      &scratch.farZ, &scratch.farMass}) {
     list->clear();
   }
-  scratch.appendNear(tree, leaf);
+  scratch.appendNear(tree, group);
   scratch.stack.assign(1, 0);
   while (!scratch.stack.empty()) {
     const OctreeCell& cell = tree.cells[scratch.stack.back()];
     scratch.stack.pop_back();
-    const bool holdsLeaf = cell.begin <= leaf.begin && leaf.end <= cell.end;
-    if (!holdsLeaf) {
+    // The group itself: already first in the near list.
+    if (group.begin <= cell.begin && cell.end <= group.end) continue;
+    const bool holdsGroup = cell.begin <= group.begin && group.end <= cell.end;
+    if (!holdsGroup) {
       const float centre[3] = {cell.cx, cell.cy, cell.cz};
-      const float d2 = squaredDistanceToBox(centre, leaf.lo, leaf.hi);
+      const float d2 = squaredDistanceToBox(centre, group.lo, group.hi);
       if (d2 * theta * theta > cell.radius * cell.radius) {
         scratch.appendFar(cell);
         continue;
@@ -72,8 +75,6 @@ void gatherSources(const Octree& tree, const OctreeCell& leaf, float theta, Scra
         scratch.appendNear(tree, cell);
         continue;
       }
-    } else if (cell.childCount == 0) {
-      continue;  // the leaf itself, already first in the near list
     }
     for (std::uint32_t c = cell.firstChild + cell.childCount; c-- > cell.firstChild;) {
       scratch.stack.push_back(c);
@@ -121,10 +122,10 @@ void barnesHutRepulsionPassWith(InstructionSet set, const PassInputs& in, float 
   const float minusR = -in.repulsive;
   const float gravity = in.gravitational * std::sqrt(static_cast<float>(in.verticesCount));
   const LeafKernel kernel = set == InstructionSet::Avx2Fma ? leafKernelAvx2Fma : leafKernelBaseline;
-  parallelRanges(tree.leaves.size(), 8, [&](std::size_t first, std::size_t last) {
+  parallelRanges(tree.groups.size(), 8, [&](std::size_t first, std::size_t last) {
     Scratch scratch;
     for (std::size_t l = first; l < last; ++l) {
-      const OctreeCell& leaf = tree.cells[tree.leaves[l]];
+      const OctreeCell& leaf = tree.cells[tree.groups[l]];
       gatherSources(tree, leaf, theta, scratch);
       const std::size_t own = leaf.end - leaf.begin;
       scratch.forces.resize(own);

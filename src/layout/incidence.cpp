@@ -24,10 +24,13 @@ void EdgeIncidence::update(std::uint64_t vertices, std::uint64_t edgeCount,
   }
   for (std::uint64_t v = 0; v < vertices; ++v) offsets[v + 1] += offsets[v];
   edges.resize(offsets[vertices]);
+  others.resize(offsets[vertices]);
   std::vector<std::uint64_t> next(offsets.begin(), offsets.end() - 1);
   for (std::uint64_t e = 0; e < edgeCount; ++e) {
     if (from[e] == to[e]) continue;
+    others[next[from[e]]] = static_cast<std::uint32_t>(to[e]);
     edges[next[from[e]]++] = e;
+    others[next[to[e]]] = static_cast<std::uint32_t>(from[e]);
     edges[next[to[e]]++] = e;
   }
 }
@@ -42,25 +45,24 @@ void springsByVertex(const PassInputs& in, const EdgeIncidence& incidence, Force
   detail::parallelRanges(in.verticesCount, 1024, [&](std::size_t first, std::size_t last) {
     for (std::uint64_t v = first; v < last; ++v) {
       if (!takesPart(v)) continue;
+      const float px = in.x[v], py = in.y[v], pz = in.z[v];
       double sx = 0.0, sy = 0.0, sz = 0.0;
       for (std::uint64_t k = incidence.offsets[v]; k < incidence.offsets[v + 1]; ++k) {
-        const std::uint64_t e = incidence.edges[k];
-        const std::uint64_t a = in.from[e];
-        const std::uint64_t b = in.to[e];
-        if (!takesPart(a == v ? b : a)) continue;
-        const float w = mode == LayoutMode::Plain ? 1.0f : in.weights[e];
+        const std::uint32_t u = incidence.others[k];
+        if (!takesPart(u)) continue;
+        const float w = mode == LayoutMode::Plain ? 1.0f : in.weights[incidence.edges[k]];
         if (mode == LayoutMode::WeightAsDistance && !(w > 0.0f)) continue;
-        // The same arithmetic as the edge-wise pass, from a's side.
-        const float dx = in.x[a] - in.x[b];
-        const float dy = in.y[a] - in.y[b];
-        const float dz = in.z[a] - in.z[b];
+        // The edge-wise pass's arithmetic: the force on v pulls it along
+        // p_u - p_v (d = p_v - p_u, whichever end v is).
+        const float dx = px - in.x[u];
+        const float dy = py - in.y[u];
+        const float dz = pz - in.z[u];
         const float r = std::sqrt(dx * dx + dy * dy + dz * dz + in.softening);
         const float x = detail::stretch<mode>(r, w, in.preferredDistance);
         const float m = in.attraction * x * std::fabs(x);
-        const double sign = a == v ? -1.0 : 1.0;
-        sx += sign * static_cast<double>(dx * m / r);
-        sy += sign * static_cast<double>(dy * m / r);
-        sz += sign * static_cast<double>(dz * m / r);
+        sx -= static_cast<double>(dx * m / r);
+        sy -= static_cast<double>(dy * m / r);
+        sz -= static_cast<double>(dz * m / r);
       }
       out.x[v] += sx;
       out.y[v] += sy;

@@ -11,7 +11,7 @@
 namespace layout {
 
 // For every vertex, the edges that end at it (self-loops left out), in
-// ascending order; CSR form.
+// ascending order, with the vertex at the other end; CSR form.
 struct EdgeIncidence {
   std::uint64_t verticesCount = 0;
   std::uint64_t edgesCount = 0;
@@ -19,6 +19,7 @@ struct EdgeIncidence {
   const std::uint64_t* to = nullptr;
   std::vector<std::uint64_t> offsets;  // V + 1
   std::vector<std::uint64_t> edges;
+  std::vector<std::uint32_t> others;
 
   // Rebuilds the lists unless they were built from these very arrays.
   void update(std::uint64_t vertices, std::uint64_t edgeCount, const std::uint64_t* fromList,

@@ -189,13 +189,27 @@ void innerMoments(const std::vector<OctreeCell>& cells, OctreeCell& cell) {
   cell.radius = std::min(throughChildren, static_cast<float>(std::sqrt(corner)) * (1.0f + 1e-6f));
 }
 
+// The groups under `cell`, depth first, so in curve order.
+void collectGroups(Octree& tree, std::uint32_t cell, std::uint32_t groupSize) {
+  const OctreeCell& c = tree.cells[cell];
+  if (c.childCount == 0 || c.end - c.begin <= groupSize) {
+    tree.groups.push_back(cell);
+    return;
+  }
+  for (std::uint32_t child = c.firstChild; child < c.firstChild + c.childCount; ++child) {
+    collectGroups(tree, child, groupSize);
+  }
+}
+
 }  // namespace
 
 void buildOctree(const float* px, const float* py, const float* pz,
-                 const std::vector<std::uint32_t>& indices, Octree& tree, std::uint32_t leafSize) {
+                 const std::vector<std::uint32_t>& indices, Octree& tree, std::uint32_t leafSize,
+                 std::uint32_t groupSize) {
   const std::size_t n = indices.size();
   tree.cells.clear();
   tree.leaves.clear();
+  tree.groups.clear();
   tree.order.resize(n);
   tree.x.resize(n);
   tree.y.resize(n);
@@ -241,6 +255,7 @@ void buildOctree(const float* px, const float* py, const float* pz,
   detail::parallelRanges(tree.leaves.size(), 64, [&](std::size_t first, std::size_t last) {
     for (std::size_t l = first; l != last; ++l) leafMoments(tree, tree.cells[tree.leaves[l]]);
   });
+  collectGroups(tree, 0, groupSize);
   // Children always come after their parent.
   for (std::size_t c = tree.cells.size(); c-- > 0;) {
     if (tree.cells[c].childCount != 0) innerMoments(tree.cells, tree.cells[c]);

@@ -30,14 +30,19 @@ struct Octree {
   std::vector<OctreeCell> cells;
   // The leaves, in curve order.
   std::vector<std::uint32_t> leaves;
+  // The largest cells of at most `groupSize` points (or leaves), in curve
+  // order: they cover every point once.
+  std::vector<std::uint32_t> groups;
 };
 
-inline constexpr std::uint32_t kOctreeLeafSize = 64;
+inline constexpr std::uint32_t kOctreeLeafSize = 16;
+inline constexpr std::uint32_t kOctreeGroupSize = 64;
 
 // Builds the tree over the points `indices` (their positions read from the
 // planes px, py, pz, all finite). `tree` is reused to spare allocations.
 void buildOctree(const float* px, const float* py, const float* pz,
                  const std::vector<std::uint32_t>& indices, Octree& tree,
-                 std::uint32_t leafSize = kOctreeLeafSize);
+                 std::uint32_t leafSize = kOctreeLeafSize,
+                 std::uint32_t groupSize = kOctreeGroupSize);
 
 }  // namespace layout
