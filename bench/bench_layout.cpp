@@ -6,6 +6,7 @@
 //   build/bench/bench_layout [--benchmark_filter=...]
 #include <benchmark/benchmark.h>
 
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <random>
@@ -117,6 +118,49 @@ void BM_StepBarnesHut(benchmark::State& state) {
   runSteps(state, layout::LayoutMode::Plain, 0.8f, state.range(0) > 100000 ? 4.0 : kDegree);
 }
 
+// The octree repulsion pass alone at theta 0.8 on 10,000 vertices, uniform
+// in the cube +-30 or in 25 Gaussian clusters (sigma 3) in the cube +-200,
+// R 10, s 1, G 0; counter `error`: RMS of |F - F_exact| over RMS |F_exact|.
+void BM_BarnesHutForceError(benchmark::State& state, bool clustered) {
+  constexpr std::uint64_t n = 10000;
+  std::mt19937 random(7);
+  std::uniform_real_distribution<float> uniform(-30.0f, 30.0f), centre(-200.0f, 200.0f);
+  std::normal_distribution<float> spread(0.0f, 3.0f);
+  std::vector<std::array<float, 3>> centres(25);
+  for (auto& c : centres) c = {centre(random), centre(random), centre(random)};
+  std::vector<float> x(n), y(n), z(n);
+  for (std::uint64_t v = 0; v < n; ++v) {
+    const auto& c = centres[v % centres.size()];
+    x[v] = clustered ? c[0] + spread(random) : uniform(random);
+    y[v] = clustered ? c[1] + spread(random) : uniform(random);
+    z[v] = clustered ? c[2] + spread(random) : uniform(random);
+  }
+  layout::PassInputs in;
+  in.verticesCount = n;
+  in.x = x.data();
+  in.y = y.data();
+  in.z = z.data();
+  in.repulsive = 10.0f;
+  layout::ForceAccumulator exact(n);
+  layout::repulsionPass(in, exact);
+  layout::BarnesHutWorkspace workspace;
+  double error = 0, norm = 0;
+  for (auto _ : state) {
+    layout::ForceAccumulator approximate(n);
+    layout::barnesHutRepulsionPass(in, 0.8f, approximate, workspace);
+    error = norm = 0;
+    for (std::uint64_t v = 0; v < n; ++v) {
+      for (const auto plane : {&layout::ForceAccumulator::x, &layout::ForceAccumulator::y,
+                               &layout::ForceAccumulator::z}) {
+        const double d = (approximate.*plane)[v] - (exact.*plane)[v];
+        error += d * d;
+        norm += (exact.*plane)[v] * (exact.*plane)[v];
+      }
+    }
+  }
+  state.counters["error"] = std::sqrt(error / norm);
+}
+
 // The multilevel start of a network of `range(0)` vertices in 500 clusters
 // (average degree 8, one edge in 50 between clusters) with the live layout's
 // default constants, then 20 steps at theta 0.8. Counters: the mean edge
@@ -218,6 +262,8 @@ BENCHMARK(BM_StepBarnesHut)
     ->Arg(1000000)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
+BENCHMARK_CAPTURE(BM_BarnesHutForceError, uniform, false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_BarnesHutForceError, clustered, true)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_MultilevelStart)->Arg(100000)->Iterations(1)->Unit(benchmark::kSecond)->UseRealTime();
 BENCHMARK(referenceStep)
     ->Arg(1000)

@@ -35,7 +35,7 @@ struct Octree {
   std::vector<std::uint32_t> groups;
 };
 
-inline constexpr std::uint32_t kOctreeLeafSize = 16;
+inline constexpr std::uint32_t kOctreeLeafSize = 64;
 inline constexpr std::uint32_t kOctreeGroupSize = 64;
 
 // Builds the tree over the points `indices` (their positions read from the
