@@ -20,6 +20,7 @@
 #include <QVariantAnimation>
 #include <algorithm>
 #include <string_view>
+#include <variant>
 
 #include "ui/NetworkViewWidget.h"
 #include "ui/ScriptConsoleWindow.h"
@@ -116,6 +117,10 @@ DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentContr
   controller_->setExport3DSheetHandler([this] { showExport3DSheet(); });
   controller_->setExportImageSheetHandler([this] { showExportImageSheet(); });
   controller_->awakeFromNib();
+  // A network opened with a layout of its own keeps it.
+  const QLONetwork::Ptr opened = document_->networkToBeOppened();
+  const bool openedWithLayout = opened && std::holds_alternative<std::shared_ptr<QLOVector3dArray>>(
+                                              opened->propertyForKey("Position"));
   document_->windowControllerDidLoadNib();
   document_->setStateListener([this] { updateTitle(); });
   updateTitle();
@@ -124,7 +129,8 @@ DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentContr
 
   // A large network gets the multilevel start once the window shows.
   if (const auto network = controller_->network();
-      network && network->countVertices() > kMultilevelOnOpenVertices && multilevelStartOnOpen()) {
+      network && !openedWithLayout && network->countVertices() > kMultilevelOnOpenVertices &&
+      multilevelStartOnOpen()) {
     QTimer::singleShot(0, this, [this] { runMultilevelStart(this, *controller_); });
   }
 
