@@ -96,7 +96,24 @@ void splitCells(const std::vector<Key>& keys, std::vector<OctreeCell>& cells,
     const int level = levels[c];
     cells[c].firstChild = static_cast<std::uint32_t>(cells.size());
     cells[c].childCount = 0;
-    if (end - begin <= leafSize || level == kBitsPerAxis) continue;
+    if (end - begin <= leafSize) continue;
+    const auto addChild = [&](std::uint32_t first, std::uint32_t last, int childLevel) {
+      OctreeCell child{};
+      child.begin = first;
+      child.end = last;
+      cells.push_back(child);
+      levels.push_back(childLevel);
+      ++cells[c].childCount;
+    };
+    if (level == kBitsPerAxis) {
+      // Points in one quantisation cell (coincident, or crowded next to a far
+      // outlier): split by order into eight parts, so no leaf grows large.
+      const std::uint32_t part = (end - begin + 7) / 8;
+      for (std::uint32_t first = begin; first < end; first += part) {
+        addChild(first, std::min(end, first + part), level);
+      }
+      continue;
+    }
     const int shift = 3 * (kBitsPerAxis - 1 - level);
     std::uint32_t first = begin;
     for (std::uint64_t octant = 0; octant < 8 && first < end; ++octant) {
@@ -105,12 +122,7 @@ void splitCells(const std::vector<Key>& keys, std::vector<OctreeCell>& cells,
                                [&](const Key& k) { return ((k.code >> shift) & 7) <= octant; });
       const auto last = static_cast<std::uint32_t>(stop - keys.begin());
       if (last == first) continue;
-      OctreeCell child{};
-      child.begin = first;
-      child.end = last;
-      cells.push_back(child);
-      levels.push_back(level + 1);
-      ++cells[c].childCount;
+      addChild(first, last, level + 1);
       first = last;
     }
   }

@@ -182,6 +182,10 @@ TEST(BarnesHut, DegenerateInputsMatchAllPairs) {
   Cloud infinite = uniformCloud(300, 7);
   infinite.z[3] = std::numeric_limits<float>::infinity();
   cases.push_back({"infinite position", infinite});
+  // Everything crowded into one quantisation cell next to a far outlier.
+  Cloud outlier = uniformCloud(400, 8);
+  outlier.x[5] = 1e30f;
+  cases.push_back({"far outlier", outlier});
   Cloud nanLeftOut = nan;
   nanLeftOut.filtered = true;
   nanLeftOut.filter[17] = 0.0f;
@@ -191,6 +195,32 @@ TEST(BarnesHut, DegenerateInputsMatchAllPairs) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
     EXPECT_LE(relativeError(approximateForces(c.cloud, 0.8f), exactForces(c.cloud)), 0.05);
+  }
+}
+
+// The tree covers every point once, in groups and leaves of bounded size,
+// also when the points crowd into one quantisation cell.
+TEST(BarnesHut, OctreeCoversEveryPointOnceInSmallLeaves) {
+  Cloud crowded;
+  for (int v = 0; v < 1000; ++v) crowded.add(1, 2, 3);
+  crowded.add(1e30f, 0, 0);
+  for (const Cloud& c : {uniformCloud(3000, 13), crowded}) {
+    std::vector<std::uint32_t> indices(c.count());
+    for (std::uint32_t v = 0; v < indices.size(); ++v) indices[v] = v;
+    layout::Octree tree;
+    layout::buildOctree(c.x.data(), c.y.data(), c.z.data(), indices, tree);
+    for (const auto* list : {&tree.leaves, &tree.groups}) {
+      std::uint32_t next = 0;  // in curve order, without gaps or overlaps
+      for (const std::uint32_t cell : *list) {
+        EXPECT_EQ(tree.cells[cell].begin, next);
+        EXPECT_LE(tree.cells[cell].end - tree.cells[cell].begin, layout::kOctreeGroupSize);
+        next = tree.cells[cell].end;
+      }
+      EXPECT_EQ(next, c.count());
+    }
+    std::vector<std::uint32_t> order = tree.order;
+    std::sort(order.begin(), order.end());
+    EXPECT_EQ(order, indices);
   }
 }
 
