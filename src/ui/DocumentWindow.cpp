@@ -102,6 +102,9 @@ DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentContr
   counts_ = new QLabel(this);
   counts_->setObjectName(QStringLiteral("networkCounts"));
   statusBar()->addWidget(counts_);
+  repulsion_ = new QLabel(this);
+  repulsion_->setObjectName(QStringLiteral("windowRepulsionStatus"));
+  statusBar()->addPermanentWidget(repulsion_);
 
   slide_ = new QVariantAnimation(this);
   slide_->setDuration(kSlideMilliseconds);
@@ -137,6 +140,7 @@ DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentContr
   layoutWatch_.setInterval(kLayoutWatchMilliseconds);
   connect(&layoutWatch_, &QTimer::timeout, this, [this] {
     const VXLNetworkView& view = view_->view();
+    repulsion_->setText(QString::fromStdString(view.repulsionStatus()));
     if (view.fAnimate() && view.iterations() > 0 && view.network()) document_->noteLayoutRan();
   });
   layoutWatch_.start();
@@ -323,6 +327,7 @@ void DocumentWindow::updateCounts() {
   const std::uint64_t edges = network ? network->countEdges() : 0;
   counts_->setText(plural(vertices, "vertex", "vertices") + QStringLiteral(", ") +
                    plural(edges, "edge", "edges"));
+  repulsion_->setText(QString::fromStdString(view_->view().repulsionStatus()));
 }
 
 void DocumentWindow::updateTitle() {
