@@ -7,7 +7,7 @@ PLEXVIEW_PACKAGES=(
   googletest libgtest-dev libbenchmark-dev
   libpugixml-dev libtbb-dev
   python3 python3-dev pybind11-dev python3-numpy
-  python3-igraph python3-networkx nodejs npm
+  python3-igraph python3-networkx nodejs
   qt6-base-dev libqt6opengl6-dev libgl-dev libglu1-mesa-dev freeglut3-dev
   xvfb xauth libgl1-mesa-dri fonts-liberation2 fonts-dejavu-core
   libgl2ps-dev libgif-dev qt6-image-formats-plugins
