@@ -31,13 +31,13 @@
 #include "render/exportreport.h"
 
 class GLString;
-namespace layout {
-struct StepWorkspace;
-}
 class VXLLegends;
 class QImage;
 namespace export_gl {
 class ViewContext;
+}
+namespace layout {
+struct StepWorkspace;
 }
 
 // Interaction types: the keyboard modifiers held at a mouse event, and the
