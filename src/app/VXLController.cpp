@@ -108,6 +108,8 @@ void VXLController::resetToDefaults() {
   view.setWeightAsDistance(false);
   view.setVertexInfo(true);
   view.setIterations(1);
+  view.setBarnesHutTheta(0.8f);  // turns the automatic choice off, so:
+  view.setAutomaticRepulsion(true);
 
   colour_.isSortAscending = false;
   colour_.isSortModeAverage = false;

@@ -175,6 +175,17 @@ class VXLController {
   float viewLegendSize() const { return view_->legendsHeight(); }
   void setViewLegendSize(float v) { forward(&VXLNetworkView::setLegendsHeight, v); }
 
+  // --- Repulsion and the multilevel start: forwarded to the view ---
+  float barnesHutTheta() const { return view_->barnesHutTheta(); }
+  void setBarnesHutTheta(float v) { forward(&VXLNetworkView::setBarnesHutTheta, v); }
+  bool automaticRepulsion() const { return view_->automaticRepulsion(); }
+  void setAutomaticRepulsion(bool v) { forward(&VXLNetworkView::setAutomaticRepulsion, v); }
+  std::string repulsionStatus() const { return view_->repulsionStatus(); }
+  // On the calling thread; see VXLNetworkView::multilevelStart.
+  bool multilevelStart(const std::function<bool(double)>& progress = {}) {
+    return view_->multilevelStart(progress);
+  }
+
   // --- Selection: forwarded to the view ---
   std::shared_ptr<VXLSelectionHandler> selectionHandler() const {
     return view_->selectionhandler();

@@ -93,9 +93,21 @@ void recentre(std::uint64_t verticesCount, Planes positions) {
 }
 
 void step(const StepSettings& settings, const PassInputs& inputs, Planes positions, Planes speeds) {
+  StepWorkspace workspace;
+  step(settings, inputs, positions, speeds, workspace);
+}
+
+void step(const StepSettings& settings, const PassInputs& inputs, Planes positions, Planes speeds,
+          StepWorkspace& workspace) {
   ForceAccumulator forces(inputs.verticesCount);
-  repulsionPass(inputs, forces);
-  attractionPass(settings.mode, inputs, forces);
+  if (settings.barnesHutTheta > 0.0f) {
+    barnesHutRepulsionPass(inputs, settings.barnesHutTheta, forces, workspace.barnesHut);
+    workspace.incidence.update(inputs.verticesCount, inputs.edgesCount, inputs.from, inputs.to);
+    attractionPassByVertex(settings.mode, inputs, workspace.incidence, forces);
+  } else {
+    repulsionPass(inputs, forces);
+    attractionPass(settings.mode, inputs, forces);
+  }
   integrate(settings, inputs.preferredDistance, forces, inputs.verticesCount, positions, speeds);
   recentre(inputs.verticesCount, positions);
 }

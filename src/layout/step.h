@@ -4,6 +4,8 @@
 // re-centring of the layout on its mean.
 #include <cstdint>
 
+#include "layout/barneshut.h"
+#include "layout/incidence.h"
 #include "layout/kernels.h"
 
 namespace layout {
@@ -23,6 +25,16 @@ struct ConstPlanes {
 struct StepSettings {
   LayoutMode mode = LayoutMode::Plain;
   float viscosity = 0.05f;  // eta
+  // 0: the all-pairs repulsion. Above 0: the octree approximation with this
+  // opening angle, and springs summed by vertex, so the step gives the same
+  // positions whatever the number of threads.
+  float barnesHutTheta = 0.0f;
+};
+
+// What the approximate step keeps from one step to the next.
+struct StepWorkspace {
+  BarnesHutWorkspace barnesHut;
+  EdgeIncidence incidence;
 };
 
 // Adds the accumulated force to every vertex's speed and the speed to its
@@ -48,5 +60,7 @@ void recentre(std::uint64_t verticesCount, Planes positions);
 // arrays being updated: copies of the current positions and speeds, distinct
 // from the snapshot), then re-centring.
 void step(const StepSettings& settings, const PassInputs& inputs, Planes positions, Planes speeds);
+void step(const StepSettings& settings, const PassInputs& inputs, Planes positions, Planes speeds,
+          StepWorkspace& workspace);
 
 }  // namespace layout

@@ -36,6 +36,9 @@ class QImage;
 namespace export_gl {
 class ViewContext;
 }
+namespace layout {
+struct StepWorkspace;
+}
 
 // Interaction types: the keyboard modifiers held at a mouse event, and the
 // handler told when a vertex's details are shown.
@@ -124,6 +127,27 @@ class VXLNetworkView {
   void setIterating(bool value) { iterating_.store(value); }
   bool fAnimate() const { return animate_.load(); }
   double time() const { return time_.load(kRelaxed); }
+
+  // --- Repulsion: all pairs or the octree approximation ---
+  // Automatic (the default) uses all pairs below 20,000 participating
+  // vertices and theta 0.8 from there on. Setting theta turns automatic off;
+  // theta 0 means all pairs.
+  float barnesHutTheta() const { return theta_.load(kRelaxed); }
+  void setBarnesHutTheta(float theta);
+  bool automaticRepulsion() const { return automaticRepulsion_.load(kRelaxed); }
+  void setAutomaticRepulsion(bool on) { automaticRepulsion_.store(on, kRelaxed); }
+  // The theta the next step uses (0: all pairs), and as text, e.g.
+  // "Repulsion: Barnes–Hut θ = 0.8".
+  float repulsionThetaInUse() const;
+  std::string repulsionStatus() const;
+
+  // --- Multilevel start ---
+  // Lays the network out on ever coarser versions of itself (see
+  // layout/multilevel.h) with the current constants, on the calling thread,
+  // and installs the result as the positions (speeds zeroed). `progress` is
+  // told the fraction done after every step and may answer false to stop,
+  // leaving the positions as they were. Answers whether positions were placed.
+  bool multilevelStart(const std::function<bool(double)>& progress = {});
 
   // --- Stepping ---
   // Runs up to n steps on the calling thread (stopping early when iterating
@@ -523,6 +547,8 @@ class VXLNetworkView {
   std::atomic<bool> iterating_{false};
   std::atomic<bool> animate_{false};
   std::atomic<double> time_{0.0};
+  std::atomic<float> theta_{0.8f};
+  std::atomic<bool> automaticRepulsion_{true};
 
   // Filter state.
   float weightMaxThreshold_ = 1.0f;                      // under lock_
@@ -637,5 +663,9 @@ class VXLNetworkView {
 
   // One batch at a time: the background thread or a synchronous iterateBy.
   std::mutex batchMutex_;
+  // The approximate step's buffers, for the network they were made for (held
+  // so that its edge arrays stay valid). Under batchMutex_.
+  std::shared_ptr<layout::StepWorkspace> stepWorkspace_;
+  std::shared_ptr<QLONetwork> stepWorkspaceNetwork_;
   std::thread batchThread_;  // touched by the main thread only
 };

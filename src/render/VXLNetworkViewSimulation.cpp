@@ -1,6 +1,7 @@
 // The simulation driver: batches of steps, the timer tick, start and pause.
 #include <chrono>
 
+#include "layout/repulsion.h"
 #include "layout/step.h"
 #include "render/VXLNetworkView.h"
 
@@ -73,6 +74,13 @@ void VXLNetworkView::runBatch(std::uint64_t steps, BatchStart start) {
   inputs.x = snap.x;
   inputs.y = snap.y;
   inputs.z = snap.z;
+  const auto choice = automaticRepulsion_.load(kRelaxed) ? layout::RepulsionChoice::Automatic
+                                                         : layout::RepulsionChoice::Fixed;
+  const float theta = theta_.load(kRelaxed);
+  if (stepWorkspaceNetwork_ != network || !stepWorkspace_) {
+    stepWorkspace_ = std::make_shared<layout::StepWorkspace>();
+    stepWorkspaceNetwork_ = network;
+  }
 
   for (std::uint64_t s = 0; s < steps && iterating_.load(); ++s) {
     FloatsPtr filter;
@@ -87,7 +95,9 @@ void VXLNetworkView::runBatch(std::uint64_t steps, BatchStart start) {
     positions->copyPlanesTo(snap.x, snap.y, snap.z);
     std::copy(snapshot.begin(), snapshot.end(), position.begin());
     speeds->copyPlanesTo(spd.x, spd.y, spd.z);
-    layout::step(settings, inputs, pos, spd);
+    settings.barnesHutTheta =
+        layout::repulsionTheta(choice, theta, layout::participantCount(inputs));
+    layout::step(settings, inputs, pos, spd, *stepWorkspace_);
     positions->copyPlanesFrom(pos.x, pos.y, pos.z);
     speeds->copyPlanesFrom(spd.x, spd.y, spd.z);
   }

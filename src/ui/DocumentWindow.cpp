@@ -20,6 +20,7 @@
 #include <QVariantAnimation>
 #include <algorithm>
 #include <string_view>
+#include <variant>
 
 #include "ui/NetworkViewWidget.h"
 #include "ui/ScriptConsoleWindow.h"
@@ -27,6 +28,7 @@
 #include "ui/export3dsheet.h"
 #include "ui/exportimagedialog.h"
 #include "ui/filepanels.h"
+#include "ui/multilevelstart.h"
 
 namespace ui {
 
@@ -100,6 +102,9 @@ DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentContr
   counts_ = new QLabel(this);
   counts_->setObjectName(QStringLiteral("networkCounts"));
   statusBar()->addWidget(counts_);
+  repulsion_ = new QLabel(this);
+  repulsion_->setObjectName(QStringLiteral("windowRepulsionStatus"));
+  statusBar()->addPermanentWidget(repulsion_);
 
   slide_ = new QVariantAnimation(this);
   slide_->setDuration(kSlideMilliseconds);
@@ -115,15 +120,27 @@ DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentContr
   controller_->setExport3DSheetHandler([this] { showExport3DSheet(); });
   controller_->setExportImageSheetHandler([this] { showExportImageSheet(); });
   controller_->awakeFromNib();
+  // A network opened with a layout of its own keeps it.
+  const QLONetwork::Ptr opened = document_->networkToBeOppened();
+  const bool openedWithLayout = opened && std::holds_alternative<std::shared_ptr<QLOVector3dArray>>(
+                                              opened->propertyForKey("Position"));
   document_->windowControllerDidLoadNib();
   document_->setStateListener([this] { updateTitle(); });
   updateTitle();
   updateCounts();
   validateExportItems();
 
+  // A large network gets the multilevel start once the window shows.
+  if (const auto network = controller_->network();
+      network && !openedWithLayout && network->countVertices() > kMultilevelOnOpenVertices &&
+      multilevelStartOnOpen()) {
+    QTimer::singleShot(0, this, [this] { runMultilevelStart(this, *controller_); });
+  }
+
   layoutWatch_.setInterval(kLayoutWatchMilliseconds);
   connect(&layoutWatch_, &QTimer::timeout, this, [this] {
     const VXLNetworkView& view = view_->view();
+    repulsion_->setText(QString::fromStdString(view.repulsionStatus()));
     if (view.fAnimate() && view.iterations() > 0 && view.network()) document_->noteLayoutRan();
   });
   layoutWatch_.start();
@@ -154,6 +171,7 @@ DocumentWindow* DocumentWindow::windowFor(const QLOComplexNetwork* document) {
 void DocumentWindow::buildMenus() {
   buildFileMenu();
   buildViewMenu();
+  addMultilevelActions(menuBar()->addMenu(tr("&Layout")), this, *controller_);
   QMenu* window = menuBar()->addMenu(tr("&Window"));
   // Enabled when the program has an interpreter (and so a console).
   QAction* console =
@@ -309,6 +327,7 @@ void DocumentWindow::updateCounts() {
   const std::uint64_t edges = network ? network->countEdges() : 0;
   counts_->setText(plural(vertices, "vertex", "vertices") + QStringLiteral(", ") +
                    plural(edges, "edge", "edges"));
+  repulsion_->setText(QString::fromStdString(view_->view().repulsionStatus()));
 }
 
 void DocumentWindow::updateTitle() {

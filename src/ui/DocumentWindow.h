@@ -84,6 +84,7 @@ class DocumentWindow : public QMainWindow {
   QScrollArea* panelScroll_ = nullptr;
   QSplitter* splitter_ = nullptr;
   QLabel* counts_ = nullptr;
+  QLabel* repulsion_ = nullptr;  // which repulsion the layout uses
   QMenu* recentMenu_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   Export3DSheet* export3DSheet_ = nullptr;

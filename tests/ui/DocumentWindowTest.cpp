@@ -9,8 +9,14 @@
 #include <QPushButton>
 #include <QSplitter>
 
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+
+#include "../support/networks.h"
 #include "application.h"
 #include "ui/NetworkViewWidget.h"
+#include "ui/multilevelstart.h"
 #include "ui/openpanel.h"
 
 namespace {
@@ -72,6 +78,39 @@ TEST_F(DocumentWindows, APajekFileOpensIntoTheStartUpWindowWithItsNameAndPicture
   EXPECT_FALSE(window->isWindowModified());
   window->networkView()->start();
   EXPECT_TRUE(processEventsUntil([&] { return window->isWindowModified(); }));
+}
+
+TEST_F(DocumentWindows, ALargeNetworkOpensWithTheMultilevelStartUnlessTurnedOff) {
+  // A ring just above the size that calls for it. The multilevel start
+  // spreads it over hundreds of units; the random start stays within 30.
+  constexpr int kVertices = static_cast<int>(ui::kMultilevelOnOpenVertices) + 1;
+  const fs::path file = kOutput / "large-ring.net";
+  {
+    std::ofstream out(file);
+    out << "*Vertices " << kVertices << "\n*Edges\n";
+    for (int v = 1; v <= kVertices; ++v) out << v << ' ' << v % kVertices + 1 << '\n';
+  }
+  const auto widest = [](ui::DocumentWindow* window) {
+    double largest = 0;
+    for (const auto& p : testing_support::vectorsOf(*window->controller().positions())) {
+      largest = std::max({largest, std::abs(p[0]), std::abs(p[1]), std::abs(p[2])});
+    }
+    return largest;
+  };
+  for (const bool on : {false, true}) {
+    ui::setMultilevelStartOnOpen(on);
+    ui::DocumentWindow* window = openSynchronously(file);
+    ASSERT_TRUE(window);
+    window->networkView()->view().pause();
+    if (on) {
+      EXPECT_TRUE(processEventsUntil([&] { return widest(window) > 200; }));
+    } else {
+      QTest::qWait(300);  // long enough for a start that would run
+      EXPECT_LT(widest(window), 200);
+    }
+    closeAllDocuments();
+  }
+  ui::setMultilevelStartOnOpen(true);
 }
 
 TEST_F(DocumentWindows, ClosingWhileTheLayoutRunsStopsItFirst) {

@@ -211,6 +211,26 @@ TEST_F(Panels, StartPauseFollowsTheViewAndBoxLayoutUsesTheSizes) {
   EXPECT_LE(widestY, 2.0);
 }
 
+TEST_F(Panels, RepulsionMethodReachesTheViewAndMultilevelStartPlaces) {
+  auto* method = child<QComboBox>("repulsionMethod");
+  ASSERT_TRUE(method);
+  EXPECT_EQ(method->currentText(), "Automatic");
+  method->setCurrentIndex(1);  // Exact
+  EXPECT_FALSE(view().automaticRepulsion());
+  EXPECT_EQ(view().barnesHutTheta(), 0.0f);
+  EXPECT_EQ(child<QLabel>("repulsionStatus")->text(), "Repulsion: exact");
+  child<QDoubleSpinBox>("barnesHutTheta")->setValue(0.5);
+  EXPECT_EQ(method->currentText(), "Approximate");
+  EXPECT_EQ(view().barnesHutTheta(), 0.5f);
+  EXPECT_EQ(child<QLabel>("repulsionStatus")->text(), "Repulsion: Barnes\u2013Hut \u03b8 = 0.5");
+  method->setCurrentIndex(0);
+  EXPECT_TRUE(view().automaticRepulsion());
+
+  const auto before = testing_support::vectorsOf(*view().positions());
+  QTest::mouseClick(child<QAbstractButton>("multilevelStart"), Qt::LeftButton);
+  EXPECT_NE(testing_support::vectorsOf(*view().positions()), before);
+}
+
 TEST_F(Panels, GeneratorRelabelsAndGeneratesWithTheNameRule) {
   auto* type = child<QComboBox>("generatorType");
   ASSERT_TRUE(type);

@@ -1,6 +1,7 @@
 // The real document window under a display: picture, layout, input, counts.
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QTest>
 #include <algorithm>
 #include <cmath>
@@ -193,6 +194,15 @@ TEST_F(Window, MouseAndWheelReachTheView) {
 TEST_F(Window, CountsAndClicksFollowTheNetwork) {
   widget().pause();
   EXPECT_TRUE(window_->countsText().startsWith(QStringLiteral("600 vertices, ")));
+  // Beside the counts: the repulsion in use, followed as it changes.
+  const auto* repulsion = window_->findChild<QLabel*>(QStringLiteral("windowRepulsionStatus"));
+  ASSERT_TRUE(repulsion);
+  EXPECT_EQ(repulsion->text(), QStringLiteral("Repulsion: exact"));
+  window_->controller().setBarnesHutTheta(0.5f);
+  EXPECT_TRUE(processEventsUntil([&] {
+    return repulsion->text() == QStringLiteral("Repulsion: Barnes\u2013Hut \u03b8 = 0.5");
+  }));
+  window_->controller().setAutomaticRepulsion(true);
 
   // One vertex with a loop at the origin, which the camera looks at: it
   // covers the middle of the window, and a click in an empty corner clears.

@@ -12,6 +12,7 @@
 #include "bindings/bind_controller_colour.h"
 #include "bindings/bind_controller_web.h"
 #include "bindings/bind_parts.h"
+#include "bindings/bind_repulsion.h"
 #include "bindings/property_conversion.h"
 
 namespace py = pybind11;
@@ -203,6 +204,7 @@ void bindController(py::module_& m) {
   bindFilter(cls);
   bindControllerColour(cls);
   bindControllerWeb(cls);
+  bindControllerRepulsion(cls);
 }
 
 }  // namespace plexview

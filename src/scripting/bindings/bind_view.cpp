@@ -5,6 +5,7 @@
 #include <pybind11/stl.h>
 
 #include "bindings/bind_parts.h"
+#include "bindings/bind_repulsion.h"
 #include "bindings/bind_view_scene.h"
 #include "filter/filtering.h"
 #include "render/VXLNetworkView.h"
@@ -203,6 +204,7 @@ void bindView(py::module_& m) {
         "(maximum, minimum) of a filter property's values over all vertices.");
 
   bindViewScene(m, cls);
+  bindViewRepulsion(cls);
 }
 
 }  // namespace plexview

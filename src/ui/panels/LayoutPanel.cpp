@@ -1,6 +1,7 @@
 #include "ui/panels/LayoutPanel.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -13,6 +14,7 @@
 
 #include "app/VXLController.h"
 #include "app/constantsliders.h"
+#include "ui/multilevelstart.h"
 #include "ui/panels/SliderField.h"
 
 namespace ui {
@@ -56,6 +58,7 @@ LayoutPanel::LayoutPanel(std::shared_ptr<VXLController> controller, QWidget* par
   addConstants();
   addRunControls();
   addBoxControls();
+  addRepulsionControls();
 }
 
 void LayoutPanel::addConstants() {
@@ -143,6 +146,78 @@ void LayoutPanel::addBoxControls() {
   });
 }
 
+// Repulsion method: the combo box's rows, in this order.
+namespace {
+enum RepulsionRow { kAutomatic, kExact, kApproximate };
+}  // namespace
+
+void LayoutPanel::addRepulsionControls() {
+  auto* form = static_cast<QFormLayout*>(layout());
+  repulsionMethod_ = new QComboBox(this);
+  repulsionMethod_->setObjectName("repulsionMethod");
+  repulsionMethod_->addItems({tr("Automatic"), tr("Exact"), tr("Approximate")});
+  repulsionMethod_->setToolTip(
+      tr("Automatic: exact below 20,000 vertices in the layout, approximate (\u03b8 0.8) above"));
+  theta_ = new QDoubleSpinBox(this);
+  theta_->setObjectName("barnesHutTheta");
+  theta_->setRange(0.05, 2.0);
+  theta_->setSingleStep(0.1);
+  theta_->setDecimals(2);
+  theta_->setValue(0.8);
+  theta_->setPrefix(QStringLiteral("\u03b8 "));
+  theta_->setKeyboardTracking(false);
+  auto* row = new QHBoxLayout;
+  row->addWidget(repulsionMethod_, 1);
+  row->addWidget(theta_);
+  form->addRow(tr("Repulsion method:"), row);
+  repulsionStatus_ = new QLabel(this);
+  repulsionStatus_->setObjectName("repulsionStatus");
+  form->addRow(repulsionStatus_);
+
+  const auto apply = [this] {
+    switch (repulsionMethod_->currentIndex()) {
+      case kAutomatic:
+        controller_->setAutomaticRepulsion(true);
+        break;
+      case kExact:
+        controller_->setBarnesHutTheta(0.0f);
+        break;
+      default:
+        controller_->setBarnesHutTheta(static_cast<float>(theta_->value()));
+        break;
+    }
+    showRepulsion();
+  };
+  connect(repulsionMethod_, &QComboBox::currentIndexChanged, this, apply);
+  connect(theta_, &QDoubleSpinBox::valueChanged, this, [this, apply] {
+    const QSignalBlocker block(repulsionMethod_);
+    repulsionMethod_->setCurrentIndex(kApproximate);
+    apply();
+  });
+
+  auto* multilevel = new QPushButton(tr("Multilevel Start"), this);
+  multilevel->setObjectName("multilevelStart");
+  multilevel->setToolTip(tr("Lay the network out on coarser versions of itself first"));
+  connect(multilevel, &QPushButton::clicked, this,
+          [this] { runMultilevelStart(window(), *controller_); });
+  form->addRow(multilevel);
+}
+
+void LayoutPanel::showRepulsion() {
+  const QSignalBlocker blockMethod(repulsionMethod_);
+  const QSignalBlocker blockTheta(theta_);
+  const float theta = controller_->barnesHutTheta();
+  if (controller_->automaticRepulsion()) {
+    repulsionMethod_->setCurrentIndex(kAutomatic);
+  } else if (theta > 0.0f) {
+    repulsionMethod_->setCurrentIndex(kApproximate);
+    theta_->setValue(theta);
+  } else {
+    repulsionMethod_->setCurrentIndex(kExact);
+  }
+  repulsionStatus_->setText(QString::fromStdString(controller_->repulsionStatus()));
+}
+
 void LayoutPanel::refresh() {
   for (std::size_t k = 0; k < kConstants.size(); ++k) {
     constants_[k]->display(app::layoutConstant(*controller_, kConstants[k].constant));
@@ -156,6 +231,7 @@ void LayoutPanel::refresh() {
     const QSignalBlocker block(weightAsDistance_);
     weightAsDistance_->setChecked(controller_->weightAsDistance());
   }
+  showRepulsion();
   showRunning();
 }
 

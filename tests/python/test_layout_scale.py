@@ -1,0 +1,74 @@
+"""Layout at scale from Python: the repulsion choice on the view and the
+controller, and the multilevel start with and without a progress callback.
+The approximation itself is checked by the C++ layout tests."""
+import unittest
+
+import numpy as np
+
+import plexview
+from plexview import QLONetwork, VXLController, VXLNetworkView
+
+
+def random_network(vertices, degree, seed=3):
+    plexview.QLORandomGenerator.sharedRandomGenerator().setSeed(seed)
+    return QLONetwork.initRandomNetworkWithNumberOfVertices(vertices, degree)
+
+
+class RepulsionChoiceTest(unittest.TestCase):
+    def test_automatic_by_size_until_theta_is_set(self):
+        view = VXLNetworkView()
+        self.assertTrue(view.automaticRepulsion())
+        view.setNetwork(random_network(500, 4))
+        self.assertEqual(view.repulsionStatus(), "Repulsion: exact")
+        view.setNetwork(random_network(20000, 2))
+        self.assertEqual(view.repulsionStatus(), "Repulsion: Barnes\u2013Hut \u03b8 = 0.8")
+        view.setBarnesHutTheta(0.0)
+        self.assertFalse(view.automaticRepulsion())
+        self.assertEqual(view.repulsionStatus(), "Repulsion: exact")
+        view.setAutomaticRepulsion(True)
+        self.assertAlmostEqual(view.repulsionThetaInUse(), 0.8, places=6)
+
+    def test_a_fixed_theta_steps_small_networks_too(self):
+        view = VXLNetworkView()
+        view.setNetwork(random_network(300, 4))
+        view.setBarnesHutTheta(0.5)
+        self.assertAlmostEqual(view.repulsionThetaInUse(), 0.5)
+        before = view.positions().array().copy()
+        view.iterateBy(3)
+        after = view.positions().array()
+        self.assertTrue(np.isfinite(after).all())
+        self.assertFalse(np.array_equal(before, after))
+
+    def test_controller_forwards_and_resets_to_automatic(self):
+        controller = VXLController.init()
+        controller.setBarnesHutTheta(1.2)
+        self.assertAlmostEqual(controller.networkView().barnesHutTheta(), 1.2, places=6)
+        self.assertFalse(controller.automaticRepulsion())
+        self.assertIn("1.2", controller.repulsionStatus())
+        controller.resetToDefaults()
+        self.assertTrue(controller.automaticRepulsion())
+
+
+class MultilevelStartTest(unittest.TestCase):
+    def test_places_positions_and_reports_progress(self):
+        view = VXLNetworkView()
+        view.setNetwork(random_network(2000, 4))
+        before = view.positions().array().copy()
+        fractions = []
+        self.assertTrue(view.multilevelStart(fractions.append))
+        self.assertFalse(np.array_equal(before, view.positions().array()))
+        self.assertGreater(len(fractions), 10)
+        self.assertEqual(fractions, sorted(fractions))
+        self.assertAlmostEqual(fractions[-1], 1.0)
+
+    def test_a_false_answer_stops_and_keeps_the_positions(self):
+        controller = VXLController.init()
+        controller.networkView().setNetwork(random_network(1000, 4))
+        before = controller.positions().array().copy()
+        self.assertFalse(controller.multilevelStart(lambda fraction: fraction < 0.2))
+        np.testing.assert_array_equal(before, controller.positions().array())
+        self.assertTrue(controller.multilevelStart())
+
+
+if __name__ == "__main__":
+    unittest.main()
