@@ -115,4 +115,13 @@ inline void appendEscaped(std::string& out, std::string_view text, XmlPlace plac
   }
 }
 
+// Appends ` name="value"`.
+inline void appendAttribute(std::string& out, std::string_view name, std::string_view value) {
+  out += ' ';
+  out += name;
+  out += "=\"";
+  appendEscaped(out, value, XmlPlace::Attribute);
+  out += '"';
+}
+
 }  // namespace plexora::graphml
