@@ -110,9 +110,17 @@ void VXLController::openPositionsFromPanel() {
   filePanel_(request, [this](const std::optional<fs::path>& chosen) {
     if (!chosen) return;
     ReadError reason;
+    std::error_code failed;
+    const bool reachable = fs::exists(standardized(*chosen), failed);
     if (openPositionsFromURL(*chosen, &reason)) return;
     quillo::logLine("Failed opening file: " + chosen->string());
     quillo::logLine(reason.describe());
+    // An unreachable file has had its alert already.
+    if (reachable) {
+      showFileAlert("The positions in " + quotedName(*chosen) +
+                        " could not be imported; the layout is unchanged.",
+                    reason.describe());
+    }
   });
 }
 
