@@ -8,6 +8,8 @@
 
 #include "app/QLOComplexNetwork.h"
 #include "app/VXLController.h"
+#include "plexora/formats.h"
+#include "quillo/fileio.h"
 #include "quillo/log.h"
 
 namespace fs = std::filesystem;
@@ -187,9 +189,10 @@ bool VXLController::exportNetworkToPajekFormat(const fs::path& path, std::string
     if (error) *error = path.string() + ": there is no network to export";
     return false;
   }
-  // The vertices' coordinates in the file are the layout as it is now.
-  setPositions(positions());
-  return shown->writeToPajekURL(standardized(path), WriteMode::Atomic, error);
+  // The vertices' coordinates in the file are the layout as it is now; the
+  // network itself (and so the document) is left as it is.
+  const std::string text = plexora::pajekText(*shown, positions());
+  return quillo::writeWholeFile(standardized(path), text, WriteMode::Atomic, error);
 }
 
 bool VXLController::exportNetworkToEdges(const fs::path& path, std::string* error) {
