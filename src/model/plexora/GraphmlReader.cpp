@@ -470,14 +470,16 @@ class DocumentReader {
   // The document's root attributes, the keys that were not consumed, and the
   // root's other children; the graph's own attributes.
   void keepDocumentExtras() {
-    // The writer declares these itself.
-    constexpr std::string_view written[] = {"xmlns", "xmlns:xsi", "xsi:schemaLocation"};
+    // The writer declares these itself (a schema location under any prefix:
+    // two would be one attribute twice).
+    constexpr std::string_view written[] = {"xmlns", "xmlns:xsi", "xmlns:plexview"};
     for (const pugi::xml_attribute& attribute : root_.attributes()) {
       const std::string_view name = attribute.name();
       const bool ours = !plexviewPrefix_.empty() &&
                         (name.starts_with(plexviewPrefix_) ||
                          (name.starts_with("xmlns:") && attribute.value() == kPlexviewNamespace));
-      if (ours || std::find(std::begin(written), std::end(written), name) != std::end(written)) {
+      if (ours || name == "schemaLocation" || name.ends_with(":schemaLocation") ||
+          std::find(std::begin(written), std::end(written), name) != std::end(written)) {
         continue;
       }
       appendAttribute(extras_->rootAttributes, name, attribute.value());
