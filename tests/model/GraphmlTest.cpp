@@ -264,6 +264,13 @@ TEST(GraphmlForeign, DocumentsReadAsDescribed) {
     auto network = read(document);
     ASSERT_TRUE(network);
     EXPECT_EQ(describe(*network), expected);
+    // Written back with what it held beyond the network, it reads the same,
+    // and writing it again gives the same text.
+    const std::string written = plexora::graphmlText(*network);
+    auto back = read(written);
+    ASSERT_TRUE(back);
+    EXPECT_EQ(describe(*back), expected);
+    EXPECT_EQ(plexora::graphmlText(*back), written);
   }
 }
 

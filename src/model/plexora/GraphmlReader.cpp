@@ -341,7 +341,12 @@ class DocumentReader {
     }
     // Another tool's ids name the vertices unless they are just n0, n1, ...
     const bool namesFromIds = origin_ == Origin::Foreign && !ids_.canonical() && !hasName;
-    if (!ids_.canonical()) extras_->nodeIds.assign(ids_.ids().begin(), ids_.ids().end());
+    // Ids are written back as they were, unless one holds a character XML
+    // cannot carry: its replacement could make two ids one.
+    if (!ids_.canonical() && std::all_of(ids_.ids().begin(), ids_.ids().end(),
+                                         [](const char* id) { return carriesAsIs(id); })) {
+      extras_->nodeIds.assign(ids_.ids().begin(), ids_.ids().end());
+    }
     if (!checkPropertyMemory(used, namesFromIds)) return false;
     std::vector<std::optional<Column>> columns(nodeKeys_.size());
     if (!createColumns(used, columns) || !readNodeData(columns)) return false;

@@ -188,6 +188,8 @@ class DocumentWriter {
   // Declares a key again as the document read had it (with our renaming mark
   // when it holds a property of another name) and answers its id.
   std::string declareSourceKey(const GraphmlExtras::SourceKey& source, std::string_view property) {
+    // One key may hold both a property and the weights (a key for all).
+    if (!declaredSources_.insert(source.id).second) return source.id;
     out_ += "  <key";
     out_ += source.attributes;
     if (property != source.name) {
@@ -250,11 +252,13 @@ class DocumentWriter {
     return nullptr;
   }
 
-  // The weight goes under the key it was read from when that key is numeric.
+  // The weights (floats) go under the key they were read from when that key
+  // is of a floating-point type.
   const GraphmlExtras::SourceKey* weightSourceKey() const {
     const GraphmlExtras::SourceKey& key = extras_->weightKey;
-    const bool numeric = graphml::isNumeric(graphml::valueKindNamed(key.type));
-    return network_.isEdgeWeighted() && extras_->hasWeightKey && numeric ? &key : nullptr;
+    const graphml::ValueKind kind = graphml::valueKindNamed(key.type);
+    const bool floating = kind == graphml::ValueKind::Float || kind == graphml::ValueKind::Double;
+    return network_.isEdgeWeighted() && extras_->hasWeightKey && floating ? &key : nullptr;
   }
 
   void addPropertyColumn(const std::string& name, const PropertyValue& value, Source source,
@@ -394,6 +398,7 @@ class DocumentWriter {
   std::string weightOpen_;
   const GraphmlExtras* extras_;
   std::unordered_set<std::string> usedIds_;
+  std::unordered_set<std::string> declaredSources_;
   const std::vector<std::string>* nodeIds_;
 };
 
