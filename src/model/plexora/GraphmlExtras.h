@@ -36,7 +36,8 @@ struct GraphmlExtras {
   // Declarations of keys whose data was not turned into the network (edge and
   // graph attributes, an editor's graphics keys, ...), in document order.
   std::string keys;
-  // The ids of those keys; the writer's own keys avoid them.
+  // The ids of those keys and of any key a kept <data> names; the writer's
+  // own keys avoid them.
   std::vector<std::string> keyIds;
   std::vector<SourceKey> propertyKeys;
   // The edge weight's key, when the document had one.

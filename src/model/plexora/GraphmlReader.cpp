@@ -237,6 +237,7 @@ class DocumentReader {
       const Key* key = keyOf(data, &Key::forGraph);
       if (!key || (key != edgeWeightedKey_ && key != vertexWeightedKey_)) {
         appendLine(extras_->graphChildren, data, "\n    ");
+        noteReference(data);
       }
     }
   }
@@ -310,6 +311,7 @@ class DocumentReader {
       if (!weightKey_ || !isElement(child, "data") ||
           !isWeightData(child.attribute("key").value())) {
         appendXml(entryOf(extras_->edgeChildren, k, edges_.size()), child);
+        noteReference(child);
         continue;
       }
       const std::string_view text = elementText(child, scratch_);
@@ -412,6 +414,7 @@ class DocumentReader {
                                               : columnOfKey_.end();
         if (found == columnOfKey_.end()) {
           appendXml(entryOf(extras_->nodeChildren, v, V), child);
+          noteReference(child);
           continue;
         }
         const std::string_view text = elementText(child, scratch_);
@@ -428,6 +431,12 @@ class DocumentReader {
                          std::string_view separator) {
     if (!kept.empty()) kept += separator;
     appendXml(kept, element);
+  }
+
+  // A kept <data> names a key (declared or not) that the writer's own keys
+  // must not be called.
+  void noteReference(const pugi::xml_node& element) {
+    if (isElement(element, "data")) referenced_.insert(element.attribute("key").value());
   }
 
   // The entry `i` of a per-vertex or per-edge list of `count`, made on first use.
@@ -499,10 +508,12 @@ class DocumentReader {
         if (consumed_.contains(id)) continue;
         appendLine(extras_->keys, child, "\n  ");
         extras_->keyIds.emplace_back(id);
+        referenced_.erase(id);
       } else {
         appendLine(afterGraph ? extras_->rootAfter : extras_->rootBefore, child, "\n  ");
       }
     }
+    extras_->keyIds.insert(extras_->keyIds.end(), referenced_.begin(), referenced_.end());
     for (const pugi::xml_attribute& attribute : graph_.attributes()) {
       const std::string_view name = attribute.name();
       if (name == "edgedefault" || name.starts_with("parse.")) continue;
@@ -539,7 +550,9 @@ class DocumentReader {
   // "prefix:" and "prefix:property" when the document declares our namespace.
   std::string plexviewPrefix_;
   std::string propertyMarker_;
-  std::unordered_set<std::string_view> consumed_;  // ids of keys taken into the network
+  std::unordered_set<std::string_view> consumed_;
+  std::unordered_set<std::string_view>
+      referenced_;  // keys named by kept <data>  // ids of keys taken into the network
   std::shared_ptr<GraphmlExtras> extras_ = std::make_shared<GraphmlExtras>();
 };
 
