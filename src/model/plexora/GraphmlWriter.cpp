@@ -136,13 +136,19 @@ class DocumentWriter {
         declareKey("graph", graphml::kEdgeWeightedName, "boolean", {});
     const std::string vertexWeightedKey =
         declareKey("graph", graphml::kVertexWeightedName, "boolean", {});
-    declareVertexKeys();
+    // The weight key comes before any other key a reader could take for the
+    // weights, unless it also holds a vertex property: then it keeps its
+    // place among the properties, whose order follows their keys.
     if (network_.isEdgeWeighted()) {
       const GraphmlExtras::SourceKey* source = weightSourceKey();
-      const std::string key = source ? declareSourceKey(*source, source->name)
-                                     : declareKey("edge", graphml::kWeightName, "float", {});
-      weightOpen_ = dataOpen(key);
+      if (!source) {
+        weightOpen_ = dataOpen(declareKey("edge", graphml::kWeightName, "float", {}));
+      } else {
+        weightOpen_ = dataOpen(source->id);
+        if (!holdsProperty(*source)) declareSourceKey(*source, source->name);
+      }
     }
+    declareVertexKeys();
     appendLines(extras_->keys);
     out_ += "  <graph edgedefault=\"";
     out_ += network_.isDirected() ? "directed" : "undirected";
@@ -259,6 +265,14 @@ class DocumentWriter {
     const graphml::ValueKind kind = graphml::valueKindNamed(key.type);
     const bool floating = kind == graphml::ValueKind::Float || kind == graphml::ValueKind::Double;
     return network_.isEdgeWeighted() && extras_->hasWeightKey && floating ? &key : nullptr;
+  }
+
+  bool holdsProperty(const GraphmlExtras::SourceKey& key) const {
+    for (const auto& [name, value] : properties_) {
+      const GraphmlExtras::SourceKey* source = sourceKeyFor(name, value);
+      if (source && source->id == key.id) return true;
+    }
+    return false;
   }
 
   void addPropertyColumn(const std::string& name, const PropertyValue& value, Source source,
