@@ -80,7 +80,8 @@ class QLODocumentController {
   // it still shows its start-up network, else into a new document and
   // window. A file that cannot be read raises an alert naming it and the
   // reason, changes nothing and answers null (with `error`, when given,
-  // domain kOSStatusErrorDomain and code -4).
+  // domain kOSStatusErrorDomain, code -4 and the reader's reason). Another
+  // tool's GraphML file, like a Pajek file, opens untitled.
   QLOComplexNetwork::Ptr openDocumentWithContentsOfURL(const std::filesystem::path& url,
                                                        Display display, DocumentError* error);
   // The same, with the file read on a worker thread while the progress is
