@@ -1,11 +1,13 @@
 #include "app/QLOComplexNetwork.h"
 
+#include <QLockFile>
 #include <QStandardPaths>
 #include <QTimer>
 #include <system_error>
 
 #include "app/QLODocumentController.h"
 #include "app/doctypes.h"
+#include "app/recovery.h"
 #include "quillo/log.h"
 
 namespace fs = std::filesystem;
@@ -34,11 +36,12 @@ bool QLOComplexNetwork::readFromURL(const fs::path& url, std::string_view type,
   readError_ = ReadError{};
   if (app::typeConformsTo(type, app::kComplexNetworkType)) {
     setNetworkToBeOppened(QLONetwork::initWithContentsOfURL(url, &readError_));
+    // Another tool's file is never written over.
+    const QLONetwork::Ptr read = networkToBeOppened();
+    if (read && !read->isPlexviewDocument()) becomeUntitledCopyOf(url);
   } else if (app::typeConformsTo(type, app::kPajekNetworkType)) {
     // Untitled, so that saving never writes GraphML over the Pajek file.
-    fileURL_.clear();
-    displayName_ = url.stem().string();
-    fileType_ = app::kComplexNetworkType;
+    becomeUntitledCopyOf(url);
     setNetworkToBeOppened(QLONetwork::initWithContentsOfPajekURL(url, &readError_));
   } else {
     readError_ = ReadError{url.string(), 0, "not a network file"};
@@ -47,8 +50,14 @@ bool QLOComplexNetwork::readFromURL(const fs::path& url, std::string_view type,
   // happened; that is how callers without an error have always been served.
   if (!error) return true;
   if (networkToBeOppened()) return true;
-  *error = DocumentError{std::string(kOSStatusErrorDomain), -4};
+  *error = DocumentError{std::string(kOSStatusErrorDomain), -4, readError_};
   return false;
+}
+
+void QLOComplexNetwork::becomeUntitledCopyOf(const fs::path& url) {
+  fileURL_.clear();
+  displayName_ = url.stem().string();
+  fileType_ = app::kComplexNetworkType;
 }
 
 void QLOComplexNetwork::loadOpennedNetwork() {
@@ -203,11 +212,20 @@ bool QLOComplexNetwork::autosave(std::string* error) {
   if (closed_ || !isDocumentEdited()) return true;
   if (!fileURL_.empty()) return saveToURL(fileURL_, error);
   if (autosaveURL_.empty()) {
+    std::error_code ignored;
+    fs::create_directories(autosaveFolder(), ignored);
     autosaveURL_ = autosaveFolder() / (VXLController::UUIDString() + ".graphml");
+    autosaveLock_ = app::claimAutosave(autosaveURL_);
   }
-  std::error_code ignored;
-  fs::create_directories(autosaveURL_.parent_path(), ignored);
-  return writeNetwork(autosaveURL_, error);
+  if (!writeNetwork(autosaveURL_, error)) return false;
+  app::writeRecoveryName(autosaveURL_, displayName());
+  return true;
+}
+
+void QLOComplexNetwork::adoptAutosave(const fs::path& file, std::unique_ptr<QLockFile> lock) {
+  removeAutosave();
+  autosaveURL_ = file;
+  autosaveLock_ = std::move(lock);
 }
 
 void QLOComplexNetwork::setAutosaveInterval(std::chrono::milliseconds interval) {
@@ -222,8 +240,7 @@ fs::path QLOComplexNetwork::autosaveFolder() {
 
 void QLOComplexNetwork::removeAutosave() {
   if (autosaveURL_.empty()) return;
-  std::error_code ignored;
-  fs::remove(autosaveURL_, ignored);
+  app::removeAutosave(autosaveURL_, autosaveLock_);
   autosaveURL_.clear();
 }
 

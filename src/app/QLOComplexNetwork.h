@@ -18,12 +18,14 @@
 #include "plexora/QLONetwork.h"
 #include "quillo/ReadError.h"
 
+class QLockFile;
 class QTimer;
 
 // The error handed to a caller that asked for one.
 struct DocumentError {
   std::string domain;
   int code = 0;
+  ReadError reason;  // the reader's account: file, line and what was wrong
 };
 inline constexpr std::string_view kOSStatusErrorDomain = "NSOSStatusErrorDomain";
 
@@ -60,8 +62,10 @@ class QLOComplexNetwork {
   void windowControllerDidLoadNib();
   // Reads the network of `url` with the reader of `type`. Without `error`
   // this answers true whatever happened; with it, false (domain
-  // kOSStatusErrorDomain, code -4) when nothing was read. readError() then
-  // says why.
+  // kOSStatusErrorDomain, code -4, and the reader's reason) when nothing was
+  // read; readError() says why too. A GraphML file that Plexview did not
+  // save as its document, like a Pajek file, opens untitled and named after
+  // the file, so that saving (and autosaving) never writes over it.
   bool readFromURL(const std::filesystem::path& url, std::string_view type, DocumentError* error);
   const ReadError& readError() const { return readError_; }
   void loadOpennedNetwork();
@@ -108,19 +112,27 @@ class QLOComplexNetwork {
   // Called once by close().
   void setCloseListener(std::function<void()> listener) { closeListener_ = std::move(listener); }
 
+  // Leaves the document without a location, named after `url` and of the
+  // native type: its first save asks where.
+  void becomeUntitledCopyOf(const std::filesystem::path& url);
+
   // --- Saving ---
   // Writes the shown network (its "Position" updated from the layout) as
   // GraphML through a temporary file renamed over `url`: on failure the old
   // file stays and the reason is in `error`. On success the document is at
   // `url`, of the native type and not edited.
   bool saveToURL(const std::filesystem::path& url, std::string* error);
-  // Saves an edited document now: in place when it has a location, else to
-  // autosavedContentsFileURL(). True when nothing needed saving.
+  // Saves an edited document now: in place when it has a location (only
+  // documents Plexview saved have one), else to autosavedContentsFileURL()
+  // in the recovery folder. True when nothing needed saving.
   bool autosave(std::string* error = nullptr);
   void setAutosaveInterval(std::chrono::milliseconds interval);
   // Where an untitled document's autosave is; empty until the first one.
   const std::filesystem::path& autosavedContentsFileURL() const { return autosaveURL_; }
   static std::filesystem::path autosaveFolder();
+  // Takes over an autosave left by an earlier run (and its lock) as this
+  // untitled document's own.
+  void adoptAutosave(const std::filesystem::path& file, std::unique_ptr<QLockFile> lock);
 
  private:
   QLONetwork::Ptr shownNetwork() const;
@@ -147,4 +159,5 @@ class QLOComplexNetwork {
   std::unique_ptr<QTimer> autosaveTimer_;
   std::chrono::milliseconds autosaveInterval_{60000};
   std::filesystem::path autosaveURL_;
+  std::unique_ptr<QLockFile> autosaveLock_;
 };

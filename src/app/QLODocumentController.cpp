@@ -18,8 +18,8 @@ std::atomic<QLODocumentController*> sharedController{nullptr};
 
 const QString kRecentKey = QStringLiteral("recentDocuments");
 
-DocumentError readFailure() {
-  return DocumentError{std::string(kOSStatusErrorDomain), -4};
+DocumentError readFailure(const ReadError& reason) {
+  return DocumentError{std::string(kOSStatusErrorDomain), -4, reason};
 }
 
 // What reading a file for a new document came to.
@@ -111,14 +111,16 @@ QLOComplexNetwork::Ptr QLODocumentController::loadIntoWindow(const QLOComplexNet
                                                              DocumentError* error) {
   if (!read.network || !read.type) {
     showReadFailure(url, read.error);
-    if (error) *error = readFailure();
+    if (error) *error = readFailure(read.error);
     return nullptr;
   }
   document->setFileType(*read.type);
   document->setNetworkToBeOppened(read.network);
   document->setIsMajorComponentOnlySelected(isMajorComponentOnlySelected());
-  if (app::typeConformsTo(document->fileType(), app::kPajekNetworkType)) {
-    // Untitled, named after the file: saving never writes over the Pajek file.
+  if (app::typeConformsTo(document->fileType(), app::kPajekNetworkType) ||
+      !read.network->isPlexviewDocument()) {
+    // Untitled, named after the file: saving never writes over a Pajek file
+    // or another tool's GraphML file.
     document->setFileURL({});
     document->setDisplayName(url.stem().string());
     document->setFileType(std::string(app::kComplexNetworkType));
@@ -149,7 +151,7 @@ QLOComplexNetwork::Ptr QLODocumentController::finishNewDocument(
     const ReadError& reason, DocumentError* error) {
   if (!read) {
     showReadFailure(url, reason);
-    if (error) *error = readFailure();
+    if (error) *error = readFailure(reason);
     return nullptr;
   }
   addDocument(document);
@@ -227,6 +229,43 @@ void QLODocumentController::openDocumentInBackground(const fs::path& url, Displa
     read.ok = readNewDocument(*document, url, read.reason);
     return read;
   }));
+}
+
+std::vector<app::RecoverableDocument> QLODocumentController::recoverableDocuments() const {
+  return app::recoverableDocuments(QLOComplexNetwork::autosaveFolder());
+}
+
+QLOComplexNetwork::Ptr QLODocumentController::reopenRecoveredDocument(const fs::path& file,
+                                                                      Display display,
+                                                                      DocumentError* error) {
+  ReadError reason{file.string(), 0, "another running Plexview holds this autosave"};
+  std::unique_ptr<QLockFile> lock = app::claimAutosave(file);
+  QLONetwork::Ptr network = lock ? QLONetwork::initWithContentsOfURL(file, &reason) : nullptr;
+  if (!network) {
+    showReadFailure(file, reason);
+    if (error) *error = readFailure(reason);
+    return nullptr;
+  }
+  auto document = std::make_shared<QLOComplexNetwork>();
+  document->setNetworkToBeOppened(network);
+  document->setDisplayName(app::readRecoveryName(file));
+  document->adoptAutosave(file, std::move(lock));
+  addDocument(document);
+  if (windowFactory_) windowFactory_(document, display);
+  // Nothing of it is saved anywhere but in the recovery folder.
+  document->updateChangeCount(QLOComplexNetwork::Change::Done);
+  return document;
+}
+
+std::size_t QLODocumentController::offerRecovery() {
+  const std::vector<app::RecoverableDocument> found = recoverableDocuments();
+  if (found.empty() || !recoveryPanel_) return 0;
+  recoveryPanel_(found, [this, found](bool reopen) {
+    if (!reopen) return;
+    for (const auto& document : found)
+      reopenRecoveredDocument(document.file, Display::Show, nullptr);
+  });
+  return found.size();
 }
 
 QLOComplexNetwork::Ptr QLODocumentController::currentDocument() const {

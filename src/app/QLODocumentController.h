@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "app/QLOComplexNetwork.h"
+#include "app/recovery.h"
 
 class QLODocumentController {
  public:
@@ -43,6 +44,11 @@ class QLODocumentController {
   // Called with the document a background open ended in, null on failure.
   using OpenCompletion = std::function<void(const QLOComplexNetwork::Ptr&)>;
 
+  // Offers autosaves left by an earlier run; calls back with true to reopen
+  // them (false leaves them where they are).
+  using RecoveryPanel = std::function<void(const std::vector<app::RecoverableDocument>&,
+                                           std::function<void(bool reopen)>)>;
+
   static constexpr std::size_t kMaxRecentDocuments = 10;
 
   // The first controller made in the process becomes the shared one.
@@ -56,6 +62,7 @@ class QLODocumentController {
   void setOpenPanel(OpenPanel panel) { openPanel_ = std::move(panel); }
   void setAlert(Alert alert) { alert_ = std::move(alert); }
   void setProgressFactory(ProgressFactory factory) { progressFactory_ = std::move(factory); }
+  void setRecoveryPanel(RecoveryPanel panel) { recoveryPanel_ = std::move(panel); }
 
   bool isMajorComponentOnlySelected() const { return openMajorComponent_.load(); }
 
@@ -73,13 +80,26 @@ class QLODocumentController {
   // it still shows its start-up network, else into a new document and
   // window. A file that cannot be read raises an alert naming it and the
   // reason, changes nothing and answers null (with `error`, when given,
-  // domain kOSStatusErrorDomain and code -4).
+  // domain kOSStatusErrorDomain, code -4 and the reader's reason). Another
+  // tool's GraphML file, like a Pajek file, opens untitled.
   QLOComplexNetwork::Ptr openDocumentWithContentsOfURL(const std::filesystem::path& url,
                                                        Display display, DocumentError* error);
   // The same, with the file read on a worker thread while the progress is
   // shown; the rest happens on the main thread when the read is done.
   void openDocumentInBackground(const std::filesystem::path& url, Display display,
                                 OpenCompletion completion = {});
+  // --- Recovery after a crash ---
+  // Autosaves in the recovery folder that no running program holds.
+  std::vector<app::RecoverableDocument> recoverableDocuments() const;
+  // Opens one of them as an untitled, edited document under its old name;
+  // the autosave becomes the new document's own. Null (with the reason in
+  // `error`, and an alert) when it cannot be read or another program holds it.
+  QLOComplexNetwork::Ptr reopenRecoveredDocument(const std::filesystem::path& file, Display display,
+                                                 DocumentError* error);
+  // When there are recoverable autosaves, shows the recovery panel and
+  // reopens them if the user says so. Answers how many were offered.
+  std::size_t offerRecovery();
+
   // Background opens not yet finished.
   int pendingOpens() const { return pendingOpens_; }
 
@@ -122,6 +142,7 @@ class QLODocumentController {
   OpenPanel openPanel_;
   Alert alert_;
   ProgressFactory progressFactory_;
+  RecoveryPanel recoveryPanel_;
   // Parent of the watchers that hand background reads back to this thread.
   std::unique_ptr<QObject> context_;
 };

@@ -8,6 +8,8 @@
 
 #include "app/QLOComplexNetwork.h"
 #include "app/VXLController.h"
+#include "plexora/formats.h"
+#include "quillo/fileio.h"
 #include "quillo/log.h"
 
 namespace fs = std::filesystem;
@@ -110,9 +112,17 @@ void VXLController::openPositionsFromPanel() {
   filePanel_(request, [this](const std::optional<fs::path>& chosen) {
     if (!chosen) return;
     ReadError reason;
+    std::error_code failed;
+    const bool reachable = fs::exists(standardized(*chosen), failed);
     if (openPositionsFromURL(*chosen, &reason)) return;
     quillo::logLine("Failed opening file: " + chosen->string());
     quillo::logLine(reason.describe());
+    // An unreachable file has had its alert already.
+    if (reachable) {
+      showFileAlert("The positions in " + quotedName(*chosen) +
+                        " could not be imported; the layout is unchanged.",
+                    reason.describe());
+    }
   });
 }
 
@@ -179,9 +189,10 @@ bool VXLController::exportNetworkToPajekFormat(const fs::path& path, std::string
     if (error) *error = path.string() + ": there is no network to export";
     return false;
   }
-  // The vertices' coordinates in the file are the layout as it is now.
-  setPositions(positions());
-  return shown->writeToPajekURL(standardized(path), WriteMode::Atomic, error);
+  // The vertices' coordinates in the file are the layout as it is now; the
+  // network itself (and so the document) is left as it is.
+  const std::string text = plexora::pajekText(*shown, positions());
+  return quillo::writeWholeFile(standardized(path), text, WriteMode::Atomic, error);
 }
 
 bool VXLController::exportNetworkToEdges(const fs::path& path, std::string* error) {

@@ -10,6 +10,7 @@
 #include <QTextCursor>
 #include <QUrl>
 
+#include "quillo/fileio.h"
 #include "ui/PathControl.h"
 
 namespace {
@@ -20,11 +21,6 @@ QString expandHome(const std::string& folder) {
     expanded.replace(0, 1, QDir::homePath());
   }
   return expanded;
-}
-
-// The bare file name of the panel's choice.
-std::string lastPathComponent(const QString& chosen) {
-  return std::filesystem::path(chosen.toStdString()).filename().string();
 }
 
 // A window-modal, non-native file dialog on `parent`.
@@ -94,35 +90,39 @@ void VXLPythonController::runPanel(const PanelRequest& request, PanelCompletion 
   }
 }
 
-void VXLPythonController::takeChosenName(const std::string& name) {
-  currentFile_ = name;
-  currentFolder_ = std::filesystem::path(name).parent_path().string();
-  if (pathControl) pathControl->setPath(QFileInfo(QString::fromStdString(name)).absoluteFilePath());
+void VXLPythonController::takeChosenFile(const QString& chosen) {
+  const QFileInfo info(chosen);
+  currentFile_ = info.absoluteFilePath().toStdString();
+  currentFolder_ = info.absolutePath().toStdString();
+  if (pathControl) pathControl->setPath(info.absoluteFilePath());
 }
 
 void VXLPythonController::openFile() {
   runPanel(panelRequest(PanelKind::Open), [this](int result, const QString& chosen) {
     if (result != kOK) return;
-    const std::string name = lastPathComponent(chosen);
-    QFile file(QString::fromStdString(name));
-    // An unreadable file is not reported; the editor keeps its text.
-    if (file.open(QIODevice::ReadOnly) && textScript) {
-      textScript->setPlainText(QString::fromUtf8(file.readAll()));
+    QFile file(chosen);
+    if (!file.open(QIODevice::ReadOnly)) {
+      showResult("Could not open " + chosen.toStdString() + ": " +
+                 file.errorString().toStdString() + "\n");
+      return;
     }
-    takeChosenName(name);
+    if (textScript) textScript->setPlainText(QString::fromUtf8(file.readAll()));
+    takeChosenFile(chosen);
   });
 }
 
 void VXLPythonController::saveFile() {
   runPanel(panelRequest(PanelKind::Save), [this](int result, const QString& chosen) {
-    if (result != kOK) return;
-    const std::string name = lastPathComponent(chosen);
-    // Written in place, not through a temporary file; a failure is not reported.
-    QFile file(QString::fromStdString(name));
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate) && textScript) {
-      file.write(textScript->toPlainText().toUtf8());
+    if (result != kOK || !textScript) return;
+    // Through a temporary file renamed over the target: a failed save keeps
+    // the earlier file whole.
+    std::string error;
+    const std::string text = textScript->toPlainText().toUtf8().toStdString();
+    if (!quillo::writeWholeFile(chosen.toStdString(), text, WriteMode::Atomic, &error)) {
+      showResult("Could not save " + chosen.toStdString() + ": " + error + "\n");
+      return;
     }
-    takeChosenName(name);
+    takeChosenFile(chosen);
   });
 }
 

@@ -4,9 +4,9 @@
 // buffer, evaluates single lines, opens and saves script files, and reveals
 // a component of the path control in the file manager.
 //
-// Opening and saving keep only the bare file name chosen in the panel: the
-// file of that name in the process's working folder is read or written, and
-// currentFolder becomes empty. Scripts written for the console rely on this.
+// Opening and saving read and write the file chosen in the panel, wherever
+// it is; the next panel starts in its folder. A file that cannot be read or
+// written is reported in the result area, and the editor keeps its text.
 #include <QString>
 #include <filesystem>
 #include <functional>
@@ -74,8 +74,8 @@ class VXLPythonController {
   void showResult(const std::string& text);
   PanelRequest panelRequest(PanelKind kind);
   void runPanel(const PanelRequest& request, PanelCompletion completion);
-  // After a panel ended with OK: the bare name becomes the current file.
-  void takeChosenName(const std::string& name);
+  // After a panel ended with OK: the chosen file becomes the current file.
+  void takeChosenFile(const QString& chosen);
 
   FilePanel filePanel_;
   std::optional<std::string> currentFolder_;

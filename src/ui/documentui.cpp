@@ -4,6 +4,9 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QProgressDialog>
+#include <QPushButton>
+#include <QStringList>
+#include <QTimer>
 
 #include "app/QLODocumentController.h"
 #include "ui/DocumentWindow.h"
@@ -46,6 +49,29 @@ QWidget* frontWindow(const QLODocumentController& documents) {
   return QApplication::activeWindow();
 }
 
+// Lists the documents an earlier run left unsaved and asks whether to reopen
+// them now. Either answer keeps the autosaves: "Not Now" offers them again at
+// the next start.
+void showRecoveryPanel(QWidget* parent, const std::vector<app::RecoverableDocument>& found,
+                       const std::function<void(bool)>& answer) {
+  auto* box = new QMessageBox(parent);
+  box->setObjectName(QStringLiteral("recoveryPanel"));
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setIcon(QMessageBox::Information);
+  box->setWindowTitle(QStringLiteral("Plexview"));
+  box->setText(QObject::tr("Plexview quit unexpectedly. %n unsaved document(s) can be reopened.",
+                           nullptr, static_cast<int>(found.size())));
+  QStringList names;
+  for (const auto& document : found) names << QString::fromStdString(document.displayName);
+  box->setInformativeText(names.join(QStringLiteral("\n")));
+  QPushButton* reopen = box->addButton(QObject::tr("Reopen"), QMessageBox::AcceptRole);
+  box->addButton(QObject::tr("Not Now"), QMessageBox::RejectRole);
+  box->setDefaultButton(reopen);
+  QObject::connect(box, &QMessageBox::finished, box,
+                   [box, reopen, answer](int) { answer(box->clickedButton() == reopen); });
+  box->open();
+}
+
 }  // namespace
 
 void installDocumentUi(QLODocumentController& documents) {
@@ -66,6 +92,13 @@ void installDocumentUi(QLODocumentController& documents) {
   documents.setProgressFactory([&documents](const std::string& fileName) {
     return std::make_unique<OpeningProgress>(frontWindow(documents), fileName);
   });
+  documents.setRecoveryPanel([&documents](const std::vector<app::RecoverableDocument>& found,
+                                          std::function<void(bool)> answer) {
+    showRecoveryPanel(frontWindow(documents), found, answer);
+  });
+  // Once the event loop runs (the first window is up), autosaves an earlier
+  // run left behind are offered back.
+  QTimer::singleShot(0, [&documents] { documents.offerRecovery(); });
 }
 
 }  // namespace ui

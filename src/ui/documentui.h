@@ -6,6 +6,9 @@ class QLODocumentController;
 
 namespace ui {
 
+// Gives the document controller its windows, open panel, alerts, progress
+// and recovery panel, and offers autosaves of an earlier run once the event
+// loop runs.
 void installDocumentUi(QLODocumentController& documents);
 
 }  // namespace ui

@@ -84,6 +84,35 @@ TEST_F(ControllerFiles, PositionsExportedThenMovedAreRestoredWithTheirProperty) 
   EXPECT_EQ(requests[1].mode, Request::Mode::Open);
 }
 
+TEST_F(ControllerFiles, ExportsLeaveTheNetworkAsItWas) {
+  // A script stored a "Position" of its own, which is not the layout shown.
+  const auto network = controller->network();
+  const auto stored = QLOVector3dArray::initWithSize(5, Precision::Float);
+  ASSERT_TRUE(network->setPropertiesOfVertices(stored, "Position"));
+  const std::vector<std::string> keys = network->keysForPropertiesOfVertices();
+  using Export = bool (VXLController::*)(const fs::path&, std::string*);
+  const std::pair<const char*, Export> exports[] = {
+      {"ring.net", &VXLController::exportNetworkToPajekFormat},
+      {"ring.edges", &VXLController::exportNetworkToEdges},
+      {"layout.txt", &VXLController::exportNodesPositions},
+  };
+  for (const auto& [name, write] : exports) {
+    std::string error;
+    ASSERT_TRUE(((*controller).*write)(folder.path() / name, &error)) << name << ": " << error;
+  }
+  ASSERT_TRUE(controller->exportWebToFile(folder.path() / "web"));
+  EXPECT_EQ(network->keysForPropertiesOfVertices(), keys);
+  EXPECT_EQ(std::get<std::shared_ptr<QLOVector3dArray>>(network->propertyForKey("Position")),
+            stored);
+  // The Pajek file still holds the layout as shown.
+  const auto back = QLONetwork::initWithContentsOfPajekURL(folder.path() / "ring.net");
+  ASSERT_TRUE(back);
+  const PropertyValue written = back->propertyForKey("Position");
+  ASSERT_TRUE(std::holds_alternative<std::shared_ptr<QLOVector3dArray>>(written));
+  EXPECT_EQ(std::get<std::shared_ptr<QLOVector3dArray>>(written)->xfv(),
+            controller->positions()->xfv());
+}
+
 TEST_F(ControllerFiles, CancelledPanelsWriteAndLogNothing) {
   const auto before = shown();
   testing::internal::CaptureStderr();
@@ -120,13 +149,20 @@ TEST_F(ControllerFiles, BadPositionsFilesKeepTheLayout) {
     EXPECT_NE(reason.message.find(row.reason), std::string::npos) << reason.message;
     EXPECT_EQ(shown(), before) << row.name;
   }
-  // Through the panel the failure is logged under the name chosen.
+  // Through the panel the failure is logged under the name chosen and shown
+  // with the file and both counts.
   const fs::path bad = folder.path() / "four.txt";
   answers.push_back(bad);
+  alerts.clear();
   testing::internal::CaptureStderr();
   controller->openPositionsFromPanel();
   const std::string log = testing::internal::GetCapturedStderr();
   EXPECT_NE(log.find("Failed opening file: " + bad.string() + "\n"), std::string::npos) << log;
+  ASSERT_EQ(alerts.size(), 1u);
+  EXPECT_NE(alerts[0].find("\u201Cfour.txt\u201D"), std::string::npos) << alerts[0];
+  EXPECT_NE(alerts[0].find("holds 4 positions, but the network has 5 vertices"), std::string::npos)
+      << alerts[0];
+  EXPECT_EQ(shown(), before);
 }
 
 TEST_F(ControllerFiles, AFailedWriteIsShownAndLeavesTheEarlierFile) {

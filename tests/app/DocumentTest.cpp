@@ -16,6 +16,7 @@
 #include "app/QLOComplexNetwork.h"
 #include "app/QLODocumentController.h"
 #include "app/doctypes.h"
+#include "app/recovery.h"
 
 namespace {
 
@@ -29,6 +30,8 @@ const fs::path kData = fs::path(PLEXVIEW_TEST_DATA) / "documents";
 const fs::path kNative = kData / "two-parts.graphml";  // components of 4 and 2 vertices
 const fs::path kPajek = kData / "two-parts.net";       // components of 3 and 2 vertices
 const fs::path kBroken = kData / "broken.net";
+// Written by another tool: ids, edge attributes, graph data, a vector type.
+const fs::path kForeign = fs::path(PLEXVIEW_TEST_DATA) / "graphml" / "other-tools-extras.graphml";
 
 using testing_support::processEventsUntil;
 
@@ -359,12 +362,12 @@ TEST_F(Documents, EditsAreSettingsNetworksAndTheLayoutButNotTheUntouchedStartUp)
   }
 }
 
-TEST_F(Documents, AutosaveWritesInPlaceOrBesideAndCleansUp) {
+TEST_F(Documents, AutosaveWritesInPlaceOnlyOverOurOwnDocuments) {
   ASSERT_TRUE(startUp_->autosave());
   EXPECT_TRUE(startUp_->autosavedContentsFileURL().empty()) << "untouched: nothing to write";
 
-  // Untitled and edited: a file in the application's autosave folder that
-  // reads back, still edited, gone on a clean close.
+  // Untitled and edited: a file in the recovery folder that reads back,
+  // still edited, that this running program holds, gone on a clean close.
   controllerOf(startUp_).setShowNodes(false);
   std::string error;
   ASSERT_TRUE(startUp_->autosave(&error)) << error;
@@ -374,18 +377,69 @@ TEST_F(Documents, AutosaveWritesInPlaceOrBesideAndCleansUp) {
   ASSERT_TRUE(back);
   EXPECT_EQ(back->countVertices(), 60u);
   EXPECT_TRUE(startUp_->isDocumentEdited());
+  EXPECT_TRUE(documents().recoverableDocuments().empty()) << "held by a running program";
   startUp_->close();
   EXPECT_FALSE(fs::exists(untitled));
 
-  // With a location, on the timer: in place, and then no longer edited.
+  // Another tool's file opens untitled under its name and, laid out and
+  // autosaved on the timer, stays byte for byte as it was.
+  const fs::path foreign = copyAs(kForeign, "friends.graphml");
+  const std::string original = contentsOf(foreign);
+  const auto copy = open(foreign);
+  ASSERT_TRUE(copy);
+  EXPECT_TRUE(copy->fileURL().empty());
+  EXPECT_EQ(copy->displayName(), "friends");
+  copy->setAutosaveInterval(std::chrono::milliseconds(20));
+  copy->noteLayoutRan();
+  ASSERT_TRUE(processEventsUntil([&] { return !copy->autosavedContentsFileURL().empty(); }));
+  EXPECT_EQ(contentsOf(foreign), original);
+  EXPECT_TRUE(copy->isDocumentEdited());
+
+  // Our own document, on the timer: in place, and then no longer edited.
   const fs::path file = copyAs(kNative, "autosaved.graphml");
   const auto document = open(file);
+  EXPECT_EQ(document->fileURL(), file);
   document->setAutosaveInterval(std::chrono::milliseconds(20));
   document->noteLayoutRan();
-  const std::string original = contentsOf(file);
+  const std::string ours = contentsOf(file);
   ASSERT_TRUE(processEventsUntil([&] { return !document->isDocumentEdited(); }));
-  EXPECT_NE(contentsOf(file), original);
+  EXPECT_NE(contentsOf(file), ours);
   EXPECT_TRUE(document->autosavedContentsFileURL().empty());
+}
+
+TEST_F(Documents, AutosavesLeftByACrashAreOfferedBackAndReopenUntitled) {
+  // What a program that died left: an autosave and its name, and no lock.
+  const fs::path left = QLOComplexNetwork::autosaveFolder() / "left-behind.graphml";
+  fs::create_directories(left.parent_path());
+  fs::copy_file(kNative, left, fs::copy_options::overwrite_existing);
+  app::writeRecoveryName(left, "My network");
+
+  std::vector<std::string> offered;
+  documents().setRecoveryPanel([&](const auto& found, std::function<void(bool)> answer) {
+    for (const auto& item : found) offered.push_back(item.displayName);
+    answer(false);
+  });
+  EXPECT_EQ(documents().offerRecovery(), 1u);
+  EXPECT_EQ(offered, std::vector<std::string>{"My network"});
+  EXPECT_TRUE(fs::exists(left)) << "declining keeps the autosave for the next start";
+
+  documents().setRecoveryPanel([](const auto&, std::function<void(bool)> answer) { answer(true); });
+  const std::size_t windows = windows_.size();
+  EXPECT_EQ(documents().offerRecovery(), 1u);
+  ASSERT_EQ(windows_.size(), windows + 1);
+  const auto recovered = windows_.back().document;
+  EXPECT_EQ(controllerOf(recovered).network()->countVertices(), 6u);
+  EXPECT_TRUE(recovered->fileURL().empty());
+  EXPECT_EQ(recovered->displayName(), "My network");
+  EXPECT_TRUE(recovered->isDocumentEdited());
+  EXPECT_EQ(recovered->autosavedContentsFileURL(), left);
+  EXPECT_TRUE(documents().recoverableDocuments().empty()) << "now held by this program";
+  documents().setRecoveryPanel(nullptr);
+
+  // Saving it puts the recovered autosave away.
+  std::string error;
+  ASSERT_TRUE(recovered->saveToURL(folder_ / "recovered.graphml", &error)) << error;
+  EXPECT_FALSE(fs::exists(left));
 }
 
 TEST_F(Documents, ClosingHandsTheFrontToAnotherDocumentOnce) {

@@ -264,7 +264,41 @@ TEST(GraphmlForeign, DocumentsReadAsDescribed) {
     auto network = read(document);
     ASSERT_TRUE(network);
     EXPECT_EQ(describe(*network), expected);
+    // Written back with what it held beyond the network, it reads the same,
+    // and writing it again gives the same text.
+    const std::string written = plexora::graphmlText(*network);
+    auto back = read(written);
+    ASSERT_TRUE(back);
+    EXPECT_EQ(describe(*back), expected);
+    EXPECT_EQ(plexora::graphmlText(*back), written);
   }
+}
+
+TEST(GraphmlForeign, WhatTheModelDoesNotHoldIsWrittenBackAndFollowsTheComponent) {
+  auto network = read(fixture("other-tools-extras.graphml"));
+  ASSERT_TRUE(network);
+  EXPECT_FALSE(network->isPlexviewDocument());
+  // "loner" has no edge: the component drops it and everything kept for it.
+  const std::string text = plexora::graphmlText(*network->largestConnectedSubNetwork());
+  for (const char* part :
+       {"plexview:document=\"1\"", "xmlns:y=\"http://www.yworks.com/xml/graphml\"",
+        "<desc>Three friends</desc>", "<desc>who knows whom</desc>", "id=\"friends\"",
+        "attr.name=\"label\" attr.type=\"string\" plexview:property=\"Name\"",
+        "attr.type=\"vector_float\"", "attr.type=\"complex128\"", "yfiles.type=\"nodegraphics\"",
+        "<data key=\"d1\">2024</data>", "<node id=\"ann\">",
+        "<y:ShapeNode><y:Fill color=\"#FF0000\"/></y:ShapeNode>",
+        "<edge source=\"bob\" target=\"cy\" id=\"e1\"><data key=\"d6\">0.75</data><data "
+        "key=\"d5\">7</data></edge>"}) {
+    EXPECT_NE(text.find(part), std::string::npos) << part;
+  }
+  EXPECT_EQ(text.find("loner"), std::string::npos);
+  EXPECT_EQ(text.find("parse.nodes"), std::string::npos) << "the counts no longer hold";
+
+  auto back = read(text);
+  ASSERT_TRUE(back);
+  EXPECT_TRUE(back->isPlexviewDocument());
+  EXPECT_EQ(describe(*back), describe(*network->largestConnectedSubNetwork()));
+  EXPECT_EQ(plexora::graphmlText(*back), text);
 }
 
 // ---------------------------------------------------------------------------

@@ -9,6 +9,7 @@ import numpy as np
 
 import peers
 from peers import picture_of_igraph, plexview_from_picture
+import plexview
 from plexview import QLONetwork, VXLController
 from support import ScratchFolderTestCase
 from test_peers import PeerTestCase, source_networks
@@ -25,12 +26,21 @@ class PositionsFileTest(ScratchFolderTestCase):
         super().setUp()
         self.controller = controller_showing(QLONetwork.initWithEdges(40, range(39), range(1, 40)))
 
-    def test_only_unreachable_files_alert_and_failed_writes_raise(self):
+    def test_failed_reads_raise_with_the_reason_and_failed_writes_raise(self):
         alerts = []
         self.controller.setFileAlert(lambda message, detail: alerts.append(detail))
         missing = self.path("missing.txt")
-        self.assertFalse(self.controller.openPositionsFromURL(missing))
-        self.assertFalse(self.controller.openPositionsFromURL(self.write_text("bad", "1 2\n")))
+        short = self.write_text("short.txt", "1 2 3\n" * 39)
+        for path, line, reason in [
+            (missing, 0, "No such file"),
+            (self.write_text("bad", "1 2\n"), 1, "found 2 fields"),
+            (short, 0, "holds 39 positions, but the network has 40 vertices"),
+        ]:
+            with self.assertRaises(plexview.ReadError) as raised:
+                self.controller.openPositionsFromURL(path)
+            self.assertEqual((raised.exception.line, os.path.basename(raised.exception.file)),
+                             (line, os.path.basename(path)))
+            self.assertIn(reason, raised.exception.reason)
         self.assertEqual(len(alerts), 1)
         self.assertIn(missing, alerts[0])
         with self.assertRaises(OSError):

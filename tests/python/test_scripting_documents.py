@@ -1,21 +1,80 @@
 """Documents from Python without windows: a document controller made by the
-script, opening native and Pajek files into documents, saving, and the
+script, opening native and Pajek files into documents, saving another tool's
+file without losing its data, reopening autosaves left by a crash, and the
 errors of bad files and failed saves."""
 
 import os
-import tempfile
+import shutil
 import unittest
+import xml.etree.ElementTree as ET
 
-# The document controller keeps its recent files with Qt's settings: they go
-# to a scratch folder, not the user's own (read when first used).
-os.environ["XDG_CONFIG_HOME"] = tempfile.mkdtemp(prefix="plexview-settings-")
+import networkx
+import plexview
 
-import plexview  # noqa: E402
-
-from support import ScratchFolderTestCase  # noqa: E402
+from support import ScratchFolderTestCase
 
 DATA = os.path.join(os.environ.get("PLEXVIEW_TEST_DATA", ""), "documents")
+FOREIGN = os.path.join(os.environ.get("PLEXVIEW_TEST_DATA", ""), "graphml", "other-tools-extras.graphml")
 Display = plexview.QLODocumentController.Display
+G = "{http://graphml.graphdrawing.org/xmlns}"
+# What every Plexview document adds: its flags.
+OURS = {"edgeWeighted", "vertexWeighted"}
+
+
+def graphml_contents(path):
+    """Every key (name, domain, type, default) and every data value of the
+    graph, the nodes (by id) and the edges (by end points), by attribute name,
+    with key defaults filled in, and the graph's description."""
+    root = ET.parse(path).getroot()
+    keys, defaults = {}, {}
+    for key in root.iter(G + "key"):
+        name = key.get("attr.name") or key.get("yfiles.type")
+        keys[key.get("id")] = name
+        default = key.find(G + "default")
+        domain = key.get("for", "all")
+        if name not in OURS:
+            defaults[(name, domain, key.get("attr.type"))] = (
+                default.text if default is not None else None
+            )
+
+    def values(element):
+        found = {}
+        for data in element.findall(G + "data"):
+            inner = (data.text or "") + "".join(ET.tostring(c, encoding="unicode") for c in data)
+            found[keys[data.get("key")]] = inner.strip()
+        return found
+
+    graph = root.find(G + "graph")
+    node_values = {node.get("id"): values(node) for node in graph.findall(G + "node")}
+    for (name, domain, _), default in defaults.items():
+        if default is not None and domain in ("node", "all"):
+            for found in node_values.values():
+                found.setdefault(name, default)
+    graph_values = {k: v for k, v in values(graph).items() if k not in OURS}
+    return {
+        "keys": defaults,
+        "graph": graph_values,
+        "desc": graph.findtext(G + "desc"),
+        "nodes": node_values,
+        "edges": sorted(
+            (e.get("source"), e.get("target"), e.get("id"), sorted(values(e).items()))
+            for e in graph.findall(G + "edge")
+        ),
+    }
+
+
+def networkx_view(path):
+    """networkx's reading of the file (it knows no vector types, so they are
+    read as text), without empty texts and our flags."""
+    with open(path, encoding="utf-8") as source:
+        text = source.read().replace('"vector_float"', '"string"').replace(
+            '"complex128"', '"string"'
+        )
+    graph = networkx.parse_graphml(text)
+    attributes = {k: v for k, v in graph.graph.items() if k not in OURS}
+    node_default = attributes.pop("node_default", {})
+    nodes = {n: {**node_default, **a} for n, a in graph.nodes(data=True)}
+    return attributes, nodes, sorted((a, b, sorted(d.items())) for a, b, d in graph.edges(data=True))
 
 
 def controller():
@@ -51,9 +110,11 @@ class Documents(ScratchFolderTestCase):
         documents = controller()
         broken = os.path.join(DATA, "broken.net")
         count = len(documents.documents())
-        with self.assertRaises(ValueError) as raised:
+        with self.assertRaises(plexview.ReadError) as raised:
             documents.openDocumentWithContentsOfURL(broken)
-        self.assertIn("broken.net", str(raised.exception))
+        self.assertEqual(raised.exception.file, broken)
+        self.assertEqual(raised.exception.line, 5)
+        self.assertIn("outside", raised.exception.reason)
         self.assertEqual(len(documents.documents()), count)
 
         with self.assertRaises(plexview.ReadError):
@@ -65,6 +126,42 @@ class Documents(ScratchFolderTestCase):
             document.saveToURL(target)
         self.assertFalse(os.path.exists(target))
         self.assertEqual(document.fileURL(), "")
+
+    def test_saving_another_tools_file_keeps_all_its_data(self):
+        documents = controller()
+        copy = self.path("friends.graphml")
+        shutil.copy(FOREIGN, copy)
+        document = documents.openDocumentWithContentsOfURL(copy, Display.DontShow)
+        self.assertEqual(document.fileURL(), "", "saving must ask where")
+        self.assertEqual(document.displayName(), "friends")
+        self.assertFalse(document.networkToBeOppened().isPlexviewDocument())
+
+        saved = self.path("saved.graphml")
+        document.saveToURL(saved)
+        self.assertEqual(graphml_contents(saved), graphml_contents(FOREIGN))
+        self.assertEqual(networkx_view(saved), networkx_view(FOREIGN))
+        # Saved by us, it reopens in place, as a document of ours.
+        again = documents.openDocumentWithContentsOfURL(saved, Display.DontShow)
+        self.assertEqual(again.fileURL(), saved)
+        self.assertEqual(again.networkToBeOppened().propertiesOfVertices()["Name"][0], "Ann")
+
+    def test_an_autosave_left_by_a_crash_reopens_untitled(self):
+        documents = controller()
+        folder = plexview.QLOComplexNetwork.autosaveFolder()
+        os.makedirs(folder, exist_ok=True)
+        left = os.path.join(folder, "crashed.graphml")
+        shutil.copy(os.path.join(DATA, "two-parts.graphml"), left)
+        self.assertIn((left, "crashed"), documents.recoverableDocuments())
+
+        document = documents.reopenRecoveredDocument(left, Display.DontShow)
+        self.assertEqual((document.fileURL(), document.displayName()), ("", "crashed"))
+        self.assertTrue(document.isDocumentEdited())
+        self.assertEqual(document.autosavedContentsFileURL(), left)
+        self.assertNotIn((left, "crashed"), documents.recoverableDocuments())
+        with self.assertRaises(plexview.ReadError):
+            documents.reopenRecoveredDocument(left, Display.DontShow)
+        document.autosave()
+        self.assertEqual(plexview.openNetworkFile(left).countVertices(), 6)
 
 
 if __name__ == "__main__":

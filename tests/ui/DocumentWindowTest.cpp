@@ -332,4 +332,30 @@ TEST_F(DocumentWindows, TheOpenPanelSetsTheChoiceAndAFailedFileIsExplained) {
   documents().newDocument();
 }
 
+TEST_F(DocumentWindows, AutosavesLeftByACrashAreOfferedInAPanel) {
+  const fs::path left = QLOComplexNetwork::autosaveFolder() / "left.graphml";
+  fs::create_directories(left.parent_path());
+  fs::copy_file(kData / "two-parts.graphml", left, fs::copy_options::overwrite_existing);
+  app::writeRecoveryName(left, "Before the crash");
+  const std::size_t before = documents().documents().size();
+  for (const QString& answer : {QStringLiteral("Not Now"), QStringLiteral("Reopen")}) {
+    QString listed;
+    whenShown<QMessageBox>(QStringLiteral("recoveryPanel"), [&](QMessageBox* panel) {
+      listed = panel->informativeText();
+      for (QAbstractButton* button : panel->buttons()) {
+        if (button->text() == answer) button->click();
+      }
+    });
+    ASSERT_EQ(documents().offerRecovery(), 1u);
+    ASSERT_TRUE(processEventsUntil([&] { return !listed.isEmpty(); }));
+    EXPECT_EQ(listed, QStringLiteral("Before the crash"));
+    EXPECT_TRUE(fs::exists(left)) << answer.toStdString();
+  }
+  ASSERT_TRUE(processEventsUntil([&] { return documents().documents().size() == before + 1; }));
+  ui::DocumentWindow* window = ui::DocumentWindow::windowFor(documents().documents().back().get());
+  ASSERT_TRUE(window);
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("Before the crash[*]"));
+  EXPECT_TRUE(window->isWindowModified());
+}
+
 }  // namespace

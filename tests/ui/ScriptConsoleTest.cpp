@@ -117,9 +117,9 @@ TEST_F(ScriptConsole, TheScriptTheLineAndTheButtonsReachTheInterpreter) {
   EXPECT_EQ(resets_, 1);
 }
 
-TEST_F(ScriptConsole, OpeningReadsTheBareNameInTheWorkingFolder) {
-  // Two files of the same name: the panel chooses the one in `other`, the
-  // console reads the one in the working folder.
+TEST_F(ScriptConsole, OpeningReadsTheChosenFileWhereverItIs) {
+  // Two files of the same name: the one chosen in `other` is read, not the
+  // one in the working folder.
   writeFile(inWork("job.py"), "print('working folder')\n");
   writeFile(inOther("job.py"), "print('chosen folder')\n");
   answer(VXLPythonController::kOK, inOther("job.py"));
@@ -127,30 +127,32 @@ TEST_F(ScriptConsole, OpeningReadsTheBareNameInTheWorkingFolder) {
 
   ASSERT_EQ(requests_.size(), 1u);
   EXPECT_EQ(requests_[0].startFolder, QDir::homePath() + QLatin1Char('/')) << "first panel";
-  EXPECT_EQ(editorText(), QStringLiteral("print('working folder')\n"));
-  EXPECT_EQ(controller().pathControl->path(), QDir(work_.path()).filePath("job.py"));
+  EXPECT_EQ(editorText(), QStringLiteral("print('chosen folder')\n"));
+  const QString chosen = QString::fromStdString(inOther("job.py").string());
+  EXPECT_EQ(controller().pathControl->path(), chosen);
 
-  // The next panel starts in the (now empty) current folder, proposing the file.
-  answer(0, inOther("job.py"));
+  // The next panel starts in the chosen folder, proposing the file; a
+  // cancel changes nothing.
+  answer(0, inWork("job.py"));
   controller().openFile();
   ASSERT_EQ(requests_.size(), 2u);
-  EXPECT_EQ(requests_[1].startFolder, QString());
-  EXPECT_EQ(requests_[1].proposedFile, QStringLiteral("job.py"));
-  EXPECT_EQ(editorText(), QStringLiteral("print('working folder')\n")) << "cancel changes nothing";
+  EXPECT_EQ(requests_[1].startFolder, other_.path());
+  EXPECT_EQ(requests_[1].proposedFile, chosen);
+  EXPECT_EQ(editorText(), QStringLiteral("print('chosen folder')\n"));
 
-  // A file missing from the working folder leaves the editor as it was; a
-  // folder under ~ starts the panel in the home folder.
-  writeFile(inOther("elsewhere.py"), "print('chosen')\n");
+  // A file that cannot be read is reported and keeps the editor and the
+  // current file; a folder under ~ starts the panel in the home folder.
   controller().setCurrentFolder(std::string("~/scripts"));
-  answer(VXLPythonController::kOK, inOther("elsewhere.py"));
+  answer(VXLPythonController::kOK, inOther("missing.py"));
   controller().openFile();
   ASSERT_EQ(requests_.size(), 3u);
   EXPECT_EQ(requests_[2].startFolder, QDir::homePath() + QStringLiteral("/scripts"));
-  EXPECT_EQ(editorText(), QStringLiteral("print('working folder')\n"));
-  EXPECT_EQ(controller().currentFile(), std::optional<std::string>("elsewhere.py"));
+  EXPECT_EQ(editorText(), QStringLiteral("print('chosen folder')\n"));
+  EXPECT_TRUE(controller().resultText->toPlainText().contains(QStringLiteral("missing.py")));
+  EXPECT_EQ(controller().currentFile(), chosen.toStdString());
 }
 
-TEST_F(ScriptConsole, SavingWritesUtf8UnderTheBareNameInTheWorkingFolder) {
+TEST_F(ScriptConsole, SavingWritesUtf8ToTheChosenFile) {
   const QString text = QStringLiteral("# gr\u00FC\u00DFe \u2192 \u03B1\nprint(1)\n");
   controller().textScript->setPlainText(text);
   controller().setCurrentFile(std::string("draft.py"));
@@ -160,14 +162,19 @@ TEST_F(ScriptConsole, SavingWritesUtf8UnderTheBareNameInTheWorkingFolder) {
   ASSERT_EQ(requests_.size(), 1u);
   EXPECT_EQ(requests_[0].kind, Panel::Save);
   EXPECT_EQ(requests_[0].proposedFile, QStringLiteral("draft.py"));
-  EXPECT_EQ(contentsOf(inWork("saved.py")), text.toStdString());
-  EXPECT_FALSE(fs::exists(inOther("saved.py"))) << "the chosen folder is not written";
+  EXPECT_EQ(contentsOf(inOther("saved.py")), text.toStdString());
+  EXPECT_FALSE(fs::exists(inWork("saved.py"))) << "the working folder is not written";
 
-  // A cancelled panel writes nothing.
+  // A cancelled panel writes nothing; a save that fails is reported and
+  // keeps the current file.
   controller().textScript->setPlainText(QStringLiteral("not written"));
-  answer(0, inWork("saved.py"));
+  answer(0, inOther("saved.py"));
   controller().saveFile();
-  EXPECT_EQ(contentsOf(inWork("saved.py")), text.toStdString());
+  answer(VXLPythonController::kOK, inOther("no-folder") / "x.py");
+  controller().saveFile();
+  EXPECT_EQ(contentsOf(inOther("saved.py")), text.toStdString());
+  EXPECT_TRUE(controller().resultText->toPlainText().contains(QStringLiteral("x.py")));
+  EXPECT_EQ(controller().currentFile(), inOther("saved.py").string());
 }
 
 TEST_F(ScriptConsole, PathComponentsRevealTheirFolder) {

@@ -1,14 +1,20 @@
 // Reads a GraphML document into a network. Our own documents come back
 // exactly as written; documents from other tools open with their node
 // attributes as vertex properties (see graphml_plan.h for the renaming rules).
+// Whatever the network does not hold (edge and graph attributes, ids,
+// descriptions, other tools' keys) is kept in the network's GraphmlExtras for
+// the writer.
 #include <pugixml.hpp>
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 #include <new>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "plexora/QLONetwork.h"
@@ -18,6 +24,7 @@
 #include "plexora/graphml_ids.h"
 #include "plexora/graphml_keys.h"
 #include "plexora/graphml_plan.h"
+#include "plexora/graphml_raw.h"
 #include "plexora/graphml_xml.h"
 #include "quillo/fileio.h"
 #include "quillo/numbertext.h"
@@ -26,6 +33,7 @@ namespace plexora {
 namespace {
 
 using namespace graphml;
+using SourceKey = GraphmlExtras::SourceKey;
 
 // What the reader needs from pugixml: entities, CDATA, line-end and attribute
 // white-space normalisation as XML prescribes, and white-space-only text when
@@ -67,6 +75,8 @@ class DocumentReader {
     NetworkData data;
     data.verticesCount = nodes_.size();
     if (!readGraphData(data) || !readEdges(data) || !readProperties(data)) return nullptr;
+    keepDocumentExtras();
+    data.graphml = std::move(extras_);
     std::string why;
     QLONetwork::Ptr network = QLONetwork::make(std::move(data), &why);
     if (!network) fail(0, why);
@@ -100,6 +110,12 @@ class DocumentReader {
     }
     graph_ = firstElement(root_, "graph");
     if (!graph_) return fail(root_, "the document has no <graph> element");
+    plexviewPrefix_ = plexviewPrefixOf(root_, kPlexviewNamespace);
+    if (!plexviewPrefix_.empty()) {
+      propertyMarker_ = plexviewPrefix_ + std::string(kPropertyMarker);
+      const std::string marker = plexviewPrefix_ + std::string(kDocumentMarker);
+      extras_->plexviewDocument = !root_.attribute(marker.c_str()).empty();
+    }
     return true;
   }
 
@@ -117,6 +133,8 @@ class DocumentReader {
         nodes_.push_back(child);
       } else if (sameName(local, "data")) {
         graphData_.push_back(child);
+      } else {
+        appendLine(extras_->graphChildren, child, "\n    ");
       }
     }
     return true;
@@ -137,7 +155,7 @@ class DocumentReader {
   }
 
   void classifyKeys() {
-    keys_ = readKeys(root_);
+    keys_ = readKeys(root_, propertyMarker_);
     for (std::size_t i = 0; i < keys_.size(); ++i) {
       const Key& key = keys_[i];
       // A repeated key id: the first declaration counts.
@@ -155,7 +173,11 @@ class DocumentReader {
       }
       if (key.forNode) nodeKeys_.push_back(&key);
     }
-    origin_ = edgeWeightedKey_ || vertexWeightedKey_ ? Origin::Ours : Origin::Foreign;
+    const bool ours = extras_->plexviewDocument || edgeWeightedKey_ || vertexWeightedKey_;
+    origin_ = ours ? Origin::Ours : Origin::Foreign;
+    for (const Key* flag : {edgeWeightedKey_, vertexWeightedKey_}) {
+      if (flag) consume(*flag);
+    }
   }
 
   // Another tool may declare one attribute under several keys (networkx does
@@ -209,6 +231,17 @@ class DocumentReader {
     return true;
   }
 
+  // The graph's <data> other than the flags, kept as they are.
+  void keepGraphData() {
+    for (const pugi::xml_node& data : graphData_) {
+      const Key* key = keyOf(data, &Key::forGraph);
+      if (!key || (key != edgeWeightedKey_ && key != vertexWeightedKey_)) {
+        appendLine(extras_->graphChildren, data, "\n    ");
+        noteReference(data);
+      }
+    }
+  }
+
   bool readGraphData(NetworkData& data) {
     // GraphML's default edge direction is directed.
     data.directed = std::strcmp(graph_.attribute("edgedefault").value(), "undirected") != 0;
@@ -218,6 +251,7 @@ class DocumentReader {
         !readFlag(vertexWeightedKey_, vertexWeighted)) {
       return false;
     }
+    keepGraphData();
     if (origin_ == Origin::Ours) {
       data.edgeWeighted = edgeWeighted;
       data.vertexWeighted = vertexWeighted;
@@ -232,6 +266,9 @@ class DocumentReader {
     data.to.reserve(edges_.size());
     float defaultWeight = 1.0f;
     if (weightKey_) {
+      consume(*weightKey_);
+      extras_->hasWeightKey = true;
+      extras_->weightKey = sourceKey(*weightKey_, {});
       weightIds_.push_back(weightKey_->element.attribute("id").value());
       for (std::string_view alias : weightKey_->aliasIds) weightIds_.push_back(alias.data());
       data.weights.reserve(edges_.size());
@@ -244,7 +281,8 @@ class DocumentReader {
         }
       }
     }
-    for (const pugi::xml_node& edge : edges_) {
+    for (std::size_t k = 0; k < edges_.size(); ++k) {
+      const pugi::xml_node& edge = edges_[k];
       std::uint64_t ends[2];
       const char* roles[2] = {"source", "target"};
       for (int end = 0; end < 2; ++end) {
@@ -258,18 +296,24 @@ class DocumentReader {
       }
       data.from.push_back(ends[0]);
       data.to.push_back(ends[1]);
-      if (weightKey_) {
-        float weight = defaultWeight;
-        if (!readWeight(edge, weight)) return false;
-        data.weights.push_back(weight);
-      }
+      float weight = defaultWeight;
+      if (!readEdgeChildren(edge, k, weight)) return false;
+      if (weightKey_) data.weights.push_back(weight);
+      keepAttributes(edge, {"source", "target"}, extras_->edgeAttributes, k, edges_.size());
     }
     return true;
   }
 
-  bool readWeight(const pugi::xml_node& edge, float& weight) {
+  // Reads the weight; every other child is kept.
+  bool readEdgeChildren(const pugi::xml_node& edge, std::size_t k, float& weight) {
     for (pugi::xml_node child = edge.first_child(); child; child = child.next_sibling()) {
-      if (!isElement(child, "data") || !isWeightData(child.attribute("key").value())) continue;
+      if (child.type() != pugi::node_element) continue;
+      if (!weightKey_ || !isElement(child, "data") ||
+          !isWeightData(child.attribute("key").value())) {
+        appendXml(entryOf(extras_->edgeChildren, k, edges_.size()), child);
+        noteReference(child);
+        continue;
+      }
       const std::string_view text = elementText(child, scratch_);
       if (trimmed(text).empty()) continue;
       auto value = parseWeight(weightKey_->kind, text);
@@ -299,6 +343,12 @@ class DocumentReader {
     }
     // Another tool's ids name the vertices unless they are just n0, n1, ...
     const bool namesFromIds = origin_ == Origin::Foreign && !ids_.canonical() && !hasName;
+    // Ids are written back as they were, unless one holds a character XML
+    // cannot carry: its replacement could make two ids one.
+    if (!ids_.canonical() && std::all_of(ids_.ids().begin(), ids_.ids().end(),
+                                         [](const char* id) { return carriesAsIs(id); })) {
+      extras_->nodeIds.assign(ids_.ids().begin(), ids_.ids().end());
+    }
     if (!checkPropertyMemory(used, namesFromIds)) return false;
     std::vector<std::optional<Column>> columns(nodeKeys_.size());
     if (!createColumns(used, columns) || !readNodeData(columns)) return false;
@@ -309,6 +359,8 @@ class DocumentReader {
     }
     for (const PlannedProperty& property : plan) {
       if (!property.isVector) {
+        extras_->propertyKeys.push_back(
+            sourceKey(*nodeKeys_[static_cast<std::size_t>(property.column)], property.name));
         data.properties.emplace_back(property.name,
                                      columns[static_cast<std::size_t>(property.column)]->value());
       } else {
@@ -340,6 +392,7 @@ class DocumentReader {
       if (!used[i]) continue;
       const Key& key = *nodeKeys_[i];
       Column& column = columns[i].emplace(key.kind, nodes_.size());
+      consume(key);
       columnOfKey_.emplace(key.id, i);
       for (std::string_view alias : key.aliasIds) columnOfKey_.emplace(alias, i);
       if (key.defaultElement) {
@@ -350,13 +403,20 @@ class DocumentReader {
     return true;
   }
 
+  // Fills the columns; every other child and attribute of a node is kept.
   bool readNodeData(std::vector<std::optional<Column>>& columns) {
-    if (columnOfKey_.empty()) return true;
-    for (std::uint64_t v = 0; v < nodes_.size(); ++v) {
+    const std::size_t V = nodes_.size();
+    for (std::uint64_t v = 0; v < V; ++v) {
+      keepAttributes(nodes_[v], {"id", "id"}, extras_->nodeAttributes, v, V);
       for (pugi::xml_node child = nodes_[v].first_child(); child; child = child.next_sibling()) {
-        if (!isElement(child, "data")) continue;
-        auto found = columnOfKey_.find(child.attribute("key").value());
-        if (found == columnOfKey_.end()) continue;
+        if (child.type() != pugi::node_element) continue;
+        auto found = isElement(child, "data") ? columnOfKey_.find(child.attribute("key").value())
+                                              : columnOfKey_.end();
+        if (found == columnOfKey_.end()) {
+          appendXml(entryOf(extras_->nodeChildren, v, V), child);
+          noteReference(child);
+          continue;
+        }
         const std::string_view text = elementText(child, scratch_);
         if (!columns[found->second]->assign(v, text)) {
           return fail(child, badValueMessage(text, *nodeKeys_[found->second]));
@@ -364,6 +424,101 @@ class DocumentReader {
       }
     }
     return true;
+  }
+
+  // Appends `element` to `kept`, after `separator` unless it is the first.
+  static void appendLine(std::string& kept, const pugi::xml_node& element,
+                         std::string_view separator) {
+    if (!kept.empty()) kept += separator;
+    appendXml(kept, element);
+  }
+
+  // A kept <data> names a key (declared or not) that the writer's own keys
+  // must not be called.
+  void noteReference(const pugi::xml_node& element) {
+    if (isElement(element, "data")) referenced_.insert(element.attribute("key").value());
+  }
+
+  // The entry `i` of a per-vertex or per-edge list of `count`, made on first use.
+  static std::string& entryOf(std::vector<std::string>& list, std::size_t i, std::size_t count) {
+    if (list.empty()) list.resize(count);
+    return list[i];
+  }
+
+  // Keeps the attributes of `element` other than the two named ones.
+  static void keepAttributes(const pugi::xml_node& element, std::array<const char*, 2> skipped,
+                             std::vector<std::string>& list, std::size_t i, std::size_t count) {
+    for (const pugi::xml_attribute& attribute : element.attributes()) {
+      if (sameName(attribute.name(), skipped[0]) || sameName(attribute.name(), skipped[1])) {
+        continue;
+      }
+      appendAttribute(entryOf(list, i, count), attribute.name(), attribute.value());
+    }
+  }
+
+  // The key's data has been taken into the network: its declaration is not
+  // kept as it stands (the writer declares what the network holds).
+  void consume(const Key& key) {
+    consumed_.insert(key.id);
+    for (std::string_view alias : key.aliasIds) consumed_.insert(alias);
+  }
+
+  SourceKey sourceKey(const Key& key, const std::string& property) const {
+    SourceKey source;
+    source.property = property;
+    source.id = key.id;
+    source.name = key.name;
+    source.type = key.element.attribute("attr.type").value();
+    source.hasDefault = !key.defaultElement.empty();
+    for (const pugi::xml_attribute& attribute : key.element.attributes()) {
+      if (propertyMarker_.empty() || !sameName(attribute.name(), propertyMarker_.c_str())) {
+        appendAttribute(source.attributes, attribute.name(), attribute.value());
+      }
+    }
+    for (pugi::xml_node child = key.element.first_child(); child; child = child.next_sibling()) {
+      if (child.type() == pugi::node_element) appendXml(source.children, child);
+    }
+    return source;
+  }
+
+  // The document's root attributes, the keys that were not consumed, and the
+  // root's other children; the graph's own attributes.
+  void keepDocumentExtras() {
+    // The writer declares these itself (a schema location under any prefix:
+    // two would be one attribute twice).
+    constexpr std::string_view written[] = {"xmlns", "xmlns:xsi", "xmlns:plexview"};
+    for (const pugi::xml_attribute& attribute : root_.attributes()) {
+      const std::string_view name = attribute.name();
+      const bool ours = !plexviewPrefix_.empty() &&
+                        (name.starts_with(plexviewPrefix_) ||
+                         (name.starts_with("xmlns:") && attribute.value() == kPlexviewNamespace));
+      if (ours || name == "schemaLocation" || name.ends_with(":schemaLocation") ||
+          std::find(std::begin(written), std::end(written), name) != std::end(written)) {
+        continue;
+      }
+      appendAttribute(extras_->rootAttributes, name, attribute.value());
+    }
+    bool afterGraph = false;
+    for (pugi::xml_node child = root_.first_child(); child; child = child.next_sibling()) {
+      if (child.type() != pugi::node_element) continue;
+      if (child == graph_) {
+        afterGraph = true;
+      } else if (isElement(child, "key")) {
+        const char* id = child.attribute("id").value();
+        if (consumed_.contains(id)) continue;
+        appendLine(extras_->keys, child, "\n  ");
+        extras_->keyIds.emplace_back(id);
+        referenced_.erase(id);
+      } else {
+        appendLine(afterGraph ? extras_->rootAfter : extras_->rootBefore, child, "\n  ");
+      }
+    }
+    extras_->keyIds.insert(extras_->keyIds.end(), referenced_.begin(), referenced_.end());
+    for (const pugi::xml_attribute& attribute : graph_.attributes()) {
+      const std::string_view name = attribute.name();
+      if (name == "edgedefault" || name.starts_with("parse.")) continue;
+      appendAttribute(extras_->graphAttributes, name, attribute.value());
+    }
   }
 
   std::string_view text_;
@@ -391,6 +546,14 @@ class DocumentReader {
   std::unordered_map<std::string, std::size_t> firstKeyNamed_;  // name and domain -> key
   std::unordered_map<std::string_view, const Key*> aliasTarget_;
   Origin origin_ = Origin::Foreign;
+
+  // "prefix:" and "prefix:property" when the document declares our namespace.
+  std::string plexviewPrefix_;
+  std::string propertyMarker_;
+  std::unordered_set<std::string_view> consumed_;
+  std::unordered_set<std::string_view>
+      referenced_;  // keys named by kept <data>  // ids of keys taken into the network
+  std::shared_ptr<GraphmlExtras> extras_ = std::make_shared<GraphmlExtras>();
 };
 
 }  // namespace

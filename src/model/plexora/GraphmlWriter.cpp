@@ -1,10 +1,13 @@
 // Writes a network as a GraphML document: the flags as graph data, every
-// vertex property as node keys, the edges in order with their weights. The
-// text is built by hand in one reserved buffer; no document tree is needed,
-// which keeps writing millions of edges fast.
+// vertex property as node keys, the edges in order with their weights, and
+// whatever the document it was read from held beyond the model (its
+// GraphmlExtras) back in its place. The text is built by hand in one reserved
+// buffer; no document tree is needed, which keeps writing millions of edges
+// fast.
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <unordered_set>
 #include <variant>
 #include <vector>
 
@@ -12,6 +15,7 @@
 #include "plexora/formats.h"
 #include "plexora/graphml_common.h"
 #include "plexora/graphml_escape.h"
+#include "plexora/graphml_keys.h"
 #include "quillo/fileio.h"
 #include "quillo/numbertext.h"
 
@@ -28,6 +32,9 @@ struct NodeColumn {
   std::string open;  // <data key="dK">
   Source source;
   const void* values;  // the array of `source`'s element type, or a TextList
+  // An empty text reads back as "" without <data> when the key has no
+  // default: such values are left out, as other tools leave them out.
+  bool skipsEmptyText = false;
 };
 
 Source sourceOf(NumberType type) {
@@ -83,10 +90,26 @@ bool isMissing(const PropertyValue& value) {
       value);
 }
 
+// The per-vertex or per-edge entries of `list` when it has one for each of
+// `count`, else null.
+const std::vector<std::string>* entries(const std::vector<std::string>& list, std::uint64_t count) {
+  return list.size() == count && count > 0 ? &list : nullptr;
+}
+
 class DocumentWriter {
  public:
   explicit DocumentWriter(const QLONetwork& network)
-      : network_(network), properties_(network.propertiesOfVertices()) {}
+      : network_(network), properties_(network.propertiesOfVertices()) {
+    static const GraphmlExtras none;
+    extras_ = network.graphmlExtras() ? network.graphmlExtras().get() : &none;
+    usedIds_.insert(extras_->keyIds.begin(), extras_->keyIds.end());
+    nodeIds_ = entries(extras_->nodeIds, network.countVertices());
+    // The ids of the keys declared again are taken before any new key is made.
+    for (const auto& [name, value] : properties_) {
+      if (const GraphmlExtras::SourceKey* key = sourceKeyFor(name, value)) usedIds_.insert(key->id);
+    }
+    if (weightSourceKey()) usedIds_.insert(extras_->weightKey.id);
+  }
 
   std::string text() {
     reserve();
@@ -97,23 +120,49 @@ class DocumentWriter {
     out_ +=
         "\" xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
         "xsi:schemaLocation=\"http://graphml.graphdrawing.org/xmlns "
-        "http://graphml.graphdrawing.org/xmlns/1.0/graphml.xsd\">\n";
+        "http://graphml.graphdrawing.org/xmlns/1.0/graphml.xsd\" xmlns:";
+    out_ += graphml::kPlexviewPrefix;
+    out_ += "=\"";
+    out_ += graphml::kPlexviewNamespace;
+    out_ += "\" ";
+    out_ += graphml::kPlexviewPrefix;
+    out_ += ':';
+    out_ += graphml::kDocumentMarker;
+    out_ += "=\"1\"";
+    out_ += extras_->rootAttributes;
+    out_ += ">\n";
+    appendLines(extras_->rootBefore);
     const std::string edgeWeightedKey =
         declareKey("graph", graphml::kEdgeWeightedName, "boolean", {});
     const std::string vertexWeightedKey =
         declareKey("graph", graphml::kVertexWeightedName, "boolean", {});
-    declareVertexKeys();
+    // The weight key comes before any other key a reader could take for the
+    // weights, unless it also holds a vertex property: then it keeps its
+    // place among the properties, whose order follows their keys.
     if (network_.isEdgeWeighted()) {
-      weightOpen_ = dataOpen(declareKey("edge", graphml::kWeightName, "float", {}));
+      const GraphmlExtras::SourceKey* source = weightSourceKey();
+      if (!source) {
+        weightOpen_ = dataOpen(declareKey("edge", graphml::kWeightName, "float", {}));
+      } else {
+        weightOpen_ = dataOpen(source->id);
+        if (!holdsProperty(*source)) declareSourceKey(*source, source->name);
+      }
     }
-    out_ += "  <graph id=\"G\" edgedefault=\"";
+    declareVertexKeys();
+    appendLines(extras_->keys);
+    out_ += "  <graph edgedefault=\"";
     out_ += network_.isDirected() ? "directed" : "undirected";
-    out_ += "\">\n";
+    out_ += '"';
+    out_ += network_.graphmlExtras() ? extras_->graphAttributes : std::string(" id=\"G\"");
+    out_ += ">\n";
+    appendLines(extras_->graphChildren, "    ");
     appendFlag(edgeWeightedKey, network_.isEdgeWeighted());
     appendFlag(vertexWeightedKey, network_.isVertexWeighted());
     writeNodes();
     writeEdges();
-    out_ += "  </graph>\n</graphml>\n";
+    out_ += "  </graph>\n";
+    appendLines(extras_->rootAfter);
+    out_ += "</graphml>\n";
     return std::move(out_);
   }
 
@@ -125,11 +174,50 @@ class DocumentWriter {
     return open;
   }
 
-  // Declares a key and answers its id (d0, d1, ... in declaration order).
+  // Kept XML text on a line of its own.
+  void appendLines(const std::string& text, std::string_view indent = "  ") {
+    if (text.empty()) return;
+    out_ += indent;
+    out_ += text;
+    out_ += '\n';
+  }
+
+  // An id the document does not use yet: d0, d1, ...
+  std::string freshId() {
+    for (;;) {
+      std::string id = "d";
+      quillo::appendNumber(id, std::uint64_t{nextKey_++});
+      if (usedIds_.insert(id).second) return id;
+    }
+  }
+
+  // Declares a key again as the document read had it (with our renaming mark
+  // when it holds a property of another name) and answers its id.
+  std::string declareSourceKey(const GraphmlExtras::SourceKey& source, std::string_view property) {
+    // One key may hold both a property and the weights (a key for all).
+    if (!declaredSources_.insert(source.id).second) return source.id;
+    out_ += "  <key";
+    out_ += source.attributes;
+    if (property != source.name) {
+      std::string marker(graphml::kPlexviewPrefix);
+      marker += ':';
+      marker += graphml::kPropertyMarker;
+      graphml::appendAttribute(out_, marker, property);
+    }
+    if (source.children.empty()) {
+      out_ += "/>\n";
+    } else {
+      out_ += '>';
+      out_ += source.children;
+      out_ += "</key>\n";
+    }
+    return source.id;
+  }
+
+  // Declares a key and answers its id.
   std::string declareKey(std::string_view domain, std::string_view name, std::string_view type,
                          std::string_view desc) {
-    std::string id = "d";
-    quillo::appendNumber(id, std::uint64_t{nextKey_++});
+    std::string id = freshId();
     out_ += "  <key id=\"";
     out_ += id;
     out_ += "\" for=\"";
@@ -150,7 +238,51 @@ class DocumentWriter {
 
   void addColumn(std::string_view name, Source source, const void* values, std::string_view desc) {
     const std::string key = declareKey("node", name, graphml::attrTypeName(source), desc);
-    columns_.push_back({dataOpen(key), source, values});
+    columns_.push_back({dataOpen(key), source, values, source == Source::Text});
+  }
+
+  // The key a plain property was read from, while the property still holds
+  // values of that key's type; null otherwise.
+  const GraphmlExtras::SourceKey* sourceKeyFor(const std::string& name,
+                                               const PropertyValue& value) const {
+    Source source = Source::Text;
+    if (auto* numbers = std::get_if<std::shared_ptr<QLONumberArray>>(&value)) {
+      if (!*numbers) return nullptr;
+      source = sourceOf((*numbers)->numberArrayType());
+    } else if (!std::holds_alternative<std::shared_ptr<TextList>>(value)) {
+      return nullptr;
+    }
+    for (const GraphmlExtras::SourceKey& key : extras_->propertyKeys) {
+      if (key.property == name) return graphml::valueKindNamed(key.type) == source ? &key : nullptr;
+    }
+    return nullptr;
+  }
+
+  // The weights (floats) go under the key they were read from when that key
+  // is of a floating-point type.
+  const GraphmlExtras::SourceKey* weightSourceKey() const {
+    const GraphmlExtras::SourceKey& key = extras_->weightKey;
+    const graphml::ValueKind kind = graphml::valueKindNamed(key.type);
+    const bool floating = kind == graphml::ValueKind::Float || kind == graphml::ValueKind::Double;
+    return network_.isEdgeWeighted() && extras_->hasWeightKey && floating ? &key : nullptr;
+  }
+
+  bool holdsProperty(const GraphmlExtras::SourceKey& key) const {
+    for (const auto& [name, value] : properties_) {
+      const GraphmlExtras::SourceKey* source = sourceKeyFor(name, value);
+      if (source && source->id == key.id) return true;
+    }
+    return false;
+  }
+
+  void addPropertyColumn(const std::string& name, const PropertyValue& value, Source source,
+                         const void* values) {
+    if (const GraphmlExtras::SourceKey* key = sourceKeyFor(name, value)) {
+      const bool skipsEmptyText = source == Source::Text && !key->hasDefault;
+      columns_.push_back({dataOpen(declareSourceKey(*key, name)), source, values, skipsEmptyText});
+    } else {
+      addColumn(name, source, values, {});
+    }
   }
 
   void declareVertexKeys() {
@@ -158,11 +290,11 @@ class DocumentWriter {
       if (isMissing(value)) continue;
       if (auto* numbers = std::get_if<std::shared_ptr<QLONumberArray>>(&value)) {
         const QLONumberArray& array = **numbers;
-        addColumn(name, sourceOf(array.numberArrayType()), array.QLO_dataPointer(), {});
+        addPropertyColumn(name, value, sourceOf(array.numberArrayType()), array.QLO_dataPointer());
       } else if (auto* vectors = std::get_if<std::shared_ptr<QLOVector3dArray>>(&value)) {
         declareVectorKeys(name, **vectors);
       } else if (auto* texts = std::get_if<std::shared_ptr<TextList>>(&value)) {
-        addColumn(name, Source::Text, texts->get(), {});
+        addPropertyColumn(name, value, Source::Text, texts->get());
       }
     }
   }
@@ -197,21 +329,39 @@ class DocumentWriter {
     out_ += "</data>\n";
   }
 
+  // A node's id: the one it was read with, else n0, n1, ...
+  void appendNodeId(std::uint64_t v) {
+    if (nodeIds_) {
+      graphml::appendEscaped(out_, (*nodeIds_)[v], XmlPlace::Attribute);
+    } else {
+      out_ += 'n';
+      quillo::appendNumber(out_, v);
+    }
+  }
+
   void writeNodes() {
     const std::uint64_t V = network_.countVertices();
+    const auto* attributes = entries(extras_->nodeAttributes, V);
+    const auto* children = entries(extras_->nodeChildren, V);
     for (std::uint64_t v = 0; v < V; ++v) {
-      out_ += "    <node id=\"n";
-      quillo::appendNumber(out_, v);
-      if (columns_.empty()) {
-        out_ += "\"/>\n";
+      out_ += "    <node id=\"";
+      appendNodeId(v);
+      out_ += '"';
+      if (attributes) out_ += (*attributes)[v];
+      if (columns_.empty() && (!children || (*children)[v].empty())) {
+        out_ += "/>\n";
         continue;
       }
-      out_ += "\">";
+      out_ += '>';
       for (const NodeColumn& column : columns_) {
+        if (column.skipsEmptyText && (*static_cast<const TextList*>(column.values))[v].empty()) {
+          continue;
+        }
         out_ += column.open;
         appendValue(out_, column.source, column.values, v);
         out_ += "</data>";
       }
+      if (children) out_ += (*children)[v];
       out_ += "</node>\n";
     }
   }
@@ -219,19 +369,28 @@ class DocumentWriter {
   void writeEdges() {
     const std::uint64_t E = network_.countEdges();
     const bool weighted = !weightOpen_.empty();
+    const auto* attributes = entries(extras_->edgeAttributes, E);
+    const auto* children = entries(extras_->edgeChildren, E);
     for (std::uint64_t k = 0; k < E; ++k) {
-      out_ += "    <edge source=\"n";
-      quillo::appendNumber(out_, network_.edgeFromList[k]);
-      out_ += "\" target=\"n";
-      quillo::appendNumber(out_, network_.edgeToList[k]);
-      if (!weighted) {
-        out_ += "\"/>\n";
+      out_ += "    <edge source=\"";
+      appendNodeId(network_.edgeFromList[k]);
+      out_ += "\" target=\"";
+      appendNodeId(network_.edgeToList[k]);
+      out_ += '"';
+      if (attributes) out_ += (*attributes)[k];
+      const bool more = children && !(*children)[k].empty();
+      if (!weighted && !more) {
+        out_ += "/>\n";
         continue;
       }
-      out_ += "\">";
-      out_ += weightOpen_;
-      quillo::appendNumber(out_, network_.edgesWeights[k]);
-      out_ += "</data></edge>\n";
+      out_ += '>';
+      if (weighted) {
+        out_ += weightOpen_;
+        quillo::appendNumber(out_, network_.edgesWeights[k]);
+        out_ += "</data>";
+      }
+      if (more) out_ += (*children)[k];
+      out_ += "</edge>\n";
     }
   }
 
@@ -251,6 +410,10 @@ class DocumentWriter {
   unsigned nextKey_ = 0;
   std::vector<NodeColumn> columns_;
   std::string weightOpen_;
+  const GraphmlExtras* extras_;
+  std::unordered_set<std::string> usedIds_;
+  std::unordered_set<std::string> declaredSources_;
+  const std::vector<std::string>* nodeIds_;
 };
 
 }  // namespace

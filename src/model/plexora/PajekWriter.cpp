@@ -54,11 +54,11 @@ void appendEdge(std::string& out, std::uint64_t from, std::uint64_t to) {
 
 }  // namespace
 
-std::string pajekText(const QLONetwork& network) {
+std::string pajekText(const QLONetwork& network, std::shared_ptr<QLOVector3dArray> layout) {
   const std::uint64_t V = network.verticesCount;
   const std::uint64_t E = network.edgesCount;
   const auto names = namesOf(network);
-  const auto positions = positionsOf(network);
+  const auto positions = layout && layout->count() == V ? layout : positionsOf(network);
   std::vector<float> xs, ys, zs;
   if (positions) {
     xs = positions->xfv();

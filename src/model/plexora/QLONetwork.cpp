@@ -61,6 +61,7 @@ QLONetwork::QLONetwork(NetworkData&& data)
       directed_(data.directed),
       edgeWeighted_(data.edgeWeighted),
       vertexWeighted_(data.vertexWeighted),
+      graphml_(std::move(data.graphml)),
       properties_(std::move(data.properties)) {
   // Moving a vector keeps its buffer, so the public pointers taken above stay
   // valid for the members that now own the storage.

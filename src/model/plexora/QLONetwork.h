@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "plexora/GraphmlExtras.h"
 #include "plexora/PropertyValue.h"
 #include "plexora/QLOVertex.h"
 #include "quillo/QLONumberArray.h"
@@ -28,6 +29,9 @@ struct NetworkData {
   bool edgeWeighted = false;
   bool vertexWeighted = false;
   PropertyTable properties;
+  // What the GraphML document it was read from held beyond the model; null
+  // for networks made otherwise.
+  std::shared_ptr<const plexora::GraphmlExtras> graphml;
 };
 
 class QLONetwork : public std::enable_shared_from_this<QLONetwork> {
@@ -90,6 +94,12 @@ class QLONetwork : public std::enable_shared_from_this<QLONetwork> {
   std::string vertexName(std::uint64_t index) const;
   std::uint64_t degreeOfVertex(std::uint64_t index) const { return degrees_[index]; }
 
+  // What the GraphML document held beyond the model (null when the network
+  // was not read from one); the GraphML writer puts it back.
+  const std::shared_ptr<const plexora::GraphmlExtras>& graphmlExtras() const { return graphml_; }
+  // Read from a document that Plexview's own writer made.
+  bool isPlexviewDocument() const { return graphml_ && graphml_->plexviewDocument; }
+
   // The largest weakly connected component as a network of its own (see
   // components.cpp for the rules).
   Ptr largestConnectedSubNetwork() const;
@@ -112,6 +122,7 @@ class QLONetwork : public std::enable_shared_from_this<QLONetwork> {
   bool directed_;
   bool edgeWeighted_;
   bool vertexWeighted_;
+  std::shared_ptr<const plexora::GraphmlExtras> graphml_;
 
   mutable std::mutex propertiesMutex_;
   PropertyTable properties_;

@@ -2,7 +2,7 @@
 // of two equally large components the one holding the lowest-numbered vertex
 // is kept; kept vertices keep their relative order and are renumbered from 0;
 // kept edges keep their order; every property is cut down to the kept
-// vertices.
+// vertices, and so is what the GraphML document held for them.
 #include <algorithm>
 #include <numeric>
 
@@ -101,8 +101,10 @@ QLONetwork::Ptr QLONetwork::largestConnectedSubNetwork() const {
     }
   }
   data.verticesCount = kept.size();
+  std::vector<std::uint64_t> keptEdges;
   for (std::uint64_t k = 0; k < edgesCount; ++k) {
     if (newIndex[from_[k]] == UINT64_MAX) continue;
+    keptEdges.push_back(k);
     data.from.push_back(newIndex[from_[k]]);
     data.to.push_back(newIndex[to_[k]]);
     data.weights.push_back(weights_[k]);
@@ -110,5 +112,7 @@ QLONetwork::Ptr QLONetwork::largestConnectedSubNetwork() const {
   for (const auto& [name, value] : propertiesOfVertices()) {
     data.properties.emplace_back(name, cutProperty(value, kept));
   }
+  // What the document held beyond the model follows the kept vertices and edges.
+  if (graphml_) data.graphml = graphml_->subset(kept, keptEdges);
   return make(std::move(data));
 }

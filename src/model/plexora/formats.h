@@ -10,12 +10,16 @@
 #include "quillo/ReadError.h"
 
 class QLONetwork;
+class QLOVector3dArray;
 
 namespace plexora {
 
 std::shared_ptr<QLONetwork> readPajek(std::string_view text, const std::string& name,
                                       ReadError* error);
-std::string pajekText(const QLONetwork& network);
+// `layout`, when given, stands in for the network's "Position" (so that an
+// export shows the layout as it is without storing it in the network).
+std::string pajekText(const QLONetwork& network,
+                      std::shared_ptr<QLOVector3dArray> layout = nullptr);
 // One "from to" line per edge (vertex numbers from 0), with " weight" added
 // when the network is edge-weighted.
 std::string edgesText(const QLONetwork& network);

@@ -30,7 +30,17 @@ inline const char* attrTypeName(ValueKind kind) {
 
 inline constexpr std::string_view kNamespace = "http://graphml.graphdrawing.org/xmlns";
 
-// Graph-level boolean keys; their presence marks a document written by us.
+// Plexview's own marker: the root of every document its writer makes declares
+// this namespace and carries the attribute "document" in it. Other tools
+// ignore attributes of namespaces they do not know. A key the writer renamed
+// carries the name of the property it holds in the attribute "property".
+inline constexpr std::string_view kPlexviewNamespace = "urn:x-plexview:graphml";
+inline constexpr std::string_view kPlexviewPrefix = "plexview";
+inline constexpr std::string_view kDocumentMarker = "document";
+inline constexpr std::string_view kPropertyMarker = "property";
+
+// Graph-level boolean keys. Older documents of ours carry them without the
+// marker, so they still make the reader map keys to properties by name.
 inline constexpr std::string_view kEdgeWeightedName = "edgeWeighted";
 inline constexpr std::string_view kVertexWeightedName = "vertexWeighted";
 

@@ -115,4 +115,32 @@ inline void appendEscaped(std::string& out, std::string_view text, XmlPlace plac
   }
 }
 
+// True when appendEscaped replaces no character of `text`.
+inline bool carriesAsIs(std::string_view text) {
+  for (std::size_t i = 0; i < text.size();) {
+    const unsigned char c = static_cast<unsigned char>(text[i]);
+    if (c < 0x80) {
+      if (c < 0x20 && c != '\t' && c != '\n' && c != '\r') return false;
+      ++i;
+      continue;
+    }
+    const std::size_t length = detail::utf8SequenceLength(text, i);
+    if (length == 0 || (length == 3 && c == 0xEF && text[i + 1] == '\xBF' &&
+                        (text[i + 2] == '\xBE' || text[i + 2] == '\xBF'))) {
+      return false;
+    }
+    i += length;
+  }
+  return true;
+}
+
+// Appends ` name="value"`.
+inline void appendAttribute(std::string& out, std::string_view name, std::string_view value) {
+  out += ' ';
+  out += name;
+  out += "=\"";
+  appendEscaped(out, value, XmlPlace::Attribute);
+  out += '"';
+}
+
 }  // namespace plexora::graphml

@@ -44,6 +44,9 @@ inline ValueKind valueKindNamed(std::string_view type) {
 struct Key {
   std::string_view id;  // points into the document
   std::string name;     // attr.name
+  // The property our writer stored under this key when its name differs from
+  // attr.name (a label key holding "Name"); empty otherwise.
+  std::string property;
   ValueKind kind = ValueKind::Text;
   bool forNode = false;
   bool forEdge = false;
@@ -66,6 +69,11 @@ inline ValueKind widerKind(ValueKind a, ValueKind b) {
   return ValueKind::Double;
 }
 
+// The property a plain key's values become in our own documents.
+inline const std::string& propertyNameOf(const Key& key) {
+  return key.property.empty() ? key.name : key.property;
+}
+
 // Reads "vector NAME LETTER" into the key's vector name and axis.
 inline void readVectorMarker(Key& key, std::string_view desc) {
   if (!isNumeric(key.kind) || !desc.starts_with(kVectorDescPrefix)) return;
@@ -80,8 +88,9 @@ inline void readVectorMarker(Key& key, std::string_view desc) {
 
 // Every usable key in declaration order. Keys without an id or an attr.name
 // (such as an editor's private graphics keys) are left out, as are keys for
-// elements other than nodes, edges and graphs.
-inline std::vector<Key> readKeys(const pugi::xml_node& root) {
+// elements other than nodes, edges and graphs. `propertyMarker` is the
+// qualified name of our renaming attribute ("" when the document has none).
+inline std::vector<Key> readKeys(const pugi::xml_node& root, const std::string& propertyMarker) {
   std::vector<Key> keys;
   std::string scratch;
   for (pugi::xml_node element = root.first_child(); element; element = element.next_sibling()) {
@@ -92,6 +101,7 @@ inline std::vector<Key> readKeys(const pugi::xml_node& root) {
     Key key;
     key.id = id.value();
     key.name = name.value();
+    if (!propertyMarker.empty()) key.property = element.attribute(propertyMarker.c_str()).value();
     key.kind = valueKindNamed(element.attribute("attr.type").value());
     const pugi::xml_attribute domain = element.attribute("for");
     const std::string_view target = domain ? domain.value() : "all";

@@ -121,7 +121,7 @@ inline std::vector<PlannedProperty> planProperties(const std::vector<const Key*>
     }
     if (claimed[i]) continue;
     PlannedProperty plain;
-    plain.name = static_cast<int>(i) == nameKey ? "Name" : keys[i]->name;
+    plain.name = static_cast<int>(i) == nameKey ? "Name" : propertyNameOf(*keys[i]);
     plain.column = static_cast<int>(i);
     if (!taken(plain.name)) plan.push_back(std::move(plain));
   }

@@ -49,12 +49,15 @@ void bindControllerFiles(py::module_& m) {
   cls.def(
       "openPositionsFromURL",
       [](VXLController& c, const std::filesystem::path& path) {
-        return c.openPositionsFromURL(path);
+        ReadError reason;
+        if (!c.openPositionsFromURL(path, &reason)) throw ReadFailure(reason);
+        return true;
       },
       py::arg("path"),
-      "Reads a positions file into the layout and the network's \"Position\"; False (the "
-      "layout kept) when the file cannot be reached (the file alert is raised), read or "
-      "parsed, or holds another count of positions than the network has vertices.");
+      "Reads a positions file into the layout and the network's \"Position\" and answers "
+      "True. Raises ReadError (file, line, reason), the layout kept, when the file cannot be "
+      "reached (the file alert is raised too), read or parsed, or holds another count of "
+      "positions than the network has vertices.");
   cls.def("exportNetworkToPajekFormat", &exportTo<&VXLController::exportNetworkToPajekFormat>,
           py::arg("path"),
           "Writes the shown network, with the layout as its coordinates, as a Pajek file. "

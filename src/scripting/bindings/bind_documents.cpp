@@ -4,6 +4,7 @@
 #include <pybind11/stl.h>
 #include <pybind11/stl/filesystem.h>
 
+#include <chrono>
 #include <string>
 
 #include "app/QLODocumentController.h"
@@ -43,11 +44,31 @@ QLOComplexNetwork::Ptr openDocument(QLODocumentController& documents,
                                     QLODocumentController::Display display) {
   DocumentError error;
   auto document = documents.openDocumentWithContentsOfURL(file, display, &error);
-  if (!document) {
-    throw py::value_error(file.string() + " could not be opened (" + error.domain + " " +
-                          std::to_string(error.code) + "); the log says why");
-  }
+  if (!document) throw ReadFailure(error.reason);
   return document;
+}
+
+QLOComplexNetwork::Ptr reopenRecovered(QLODocumentController& documents,
+                                       const std::filesystem::path& file,
+                                       QLODocumentController::Display display) {
+  DocumentError error;
+  auto document = documents.reopenRecoveredDocument(file, display, &error);
+  if (!document) throw ReadFailure(error.reason);
+  return document;
+}
+
+py::list recoverable(const QLODocumentController& documents) {
+  py::list found;
+  for (const auto& document : documents.recoverableDocuments()) {
+    found.append(py::make_tuple(document.file.string(), document.displayName));
+  }
+  return found;
+}
+
+bool autosaveNow(QLOComplexNetwork& document) {
+  std::string error;
+  if (!document.autosave(&error)) throw WriteFailure(error);
+  return true;
 }
 
 void saveDocument(QLOComplexNetwork& document, const std::filesystem::path& file) {
@@ -73,6 +94,23 @@ void bindDocument(py::module_& m) {
       .def("displayName", &QLOComplexNetwork::displayName)
       .def("fileType", &QLOComplexNetwork::fileType)
       .def("isDocumentEdited", &QLOComplexNetwork::isDocumentEdited)
+      .def("autosave", &autosaveNow,
+           "Saves an edited document now: in place when it has a location (only documents "
+           "Plexview saved have one), else into the recovery folder. Raises OSError on failure.")
+      .def(
+          "setAutosaveInterval",
+          [](QLOComplexNetwork& d, double seconds) {
+            d.setAutosaveInterval(
+                std::chrono::milliseconds(static_cast<long long>(seconds * 1000)));
+          },
+          py::arg("seconds"), "How often the window autosaves an edited document.")
+      .def(
+          "autosavedContentsFileURL",
+          [](const QLOComplexNetwork& d) { return d.autosavedContentsFileURL().string(); },
+          "Where an untitled document's autosave is ('' before the first).")
+      .def_static(
+          "autosaveFolder", [] { return QLOComplexNetwork::autosaveFolder().string(); },
+          "The recovery folder of untitled documents' autosaves.")
       .def("saveToURL", &saveDocument, py::arg("path"),
            "Saves the shown network with its layout as GraphML; raises OSError on failure "
            "(the previous file stays).");
@@ -100,8 +138,16 @@ void bindDocuments(py::module_& m) {
   cls.def("openDocumentWithContentsOfURL", &openDocument, py::arg("path"),
           py::arg("display") = QLODocumentController::Display::Show,
           "Opens the file into the untouched start-up window when there is one, else into a new "
-          "document (and window); answers the document. Raises ValueError when the file cannot "
-          "be read.");
+          "document (and window); answers the document. Raises ReadError (file, line, reason) "
+          "when the file cannot be read. Another tool's GraphML file opens untitled, so that "
+          "saving never writes over it.");
+  cls.def("recoverableDocuments", &recoverable,
+          "Autosaves an earlier run left behind that no running Plexview holds, oldest first, "
+          "as (path, display name) pairs.");
+  cls.def("reopenRecoveredDocument", &reopenRecovered, py::arg("path"),
+          py::arg("display") = QLODocumentController::Display::Show,
+          "Reopens one of recoverableDocuments() as an untitled, edited document under its old "
+          "name; raises ReadError when it cannot.");
   cls.def("newDocument", &QLODocumentController::newDocument,
           "An untitled document (in a new window, with a generated network, in the program).");
   cls.def("documents", &QLODocumentController::documents, "The open documents, oldest first.");

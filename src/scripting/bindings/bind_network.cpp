@@ -178,6 +178,8 @@ void bindNetwork(py::module_& m) {
           py::arg("index"))
       .def("largestConnectedSubNetwork", &QLONetwork::largestConnectedSubNetwork,
            "The largest weakly connected component as a network of its own.")
+      .def("isPlexviewDocument", &QLONetwork::isPlexviewDocument,
+           "True when the network was read from a GraphML document Plexview's own writer made.")
       .def("writeToURL", &writeNetwork<&QLONetwork::writeToURL>, py::arg("path"),
            py::arg("atomically") = true,
            (std::string("Writes a GraphML document.") + writeAtomicDoc).c_str())
