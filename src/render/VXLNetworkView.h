@@ -336,6 +336,9 @@ class VXLNetworkView {
   void setPreferredRenderPath(RenderPath path);
   // The path of the last frame drawn into pixels (the preferred one before).
   RenderPath renderPath() const;
+  // GL: bytes the current context's shader renderer holds in buffers for the
+  // vertices and for the edges of the last frame ({0, 0} without one).
+  std::array<std::uint64_t, 2> rendererBufferBytes();
 
   // --- Mouse and keyboard (plain values; positions as for picking) ---
   // A press: Control makes it a pan, Option a dolly, else a trackball drag.

@@ -207,6 +207,13 @@ RenderPath VXLNetworkView::renderPath() const {
   return renderers_->inUse();
 }
 
+std::array<std::uint64_t, 2> VXLNetworkView::rendererBufferBytes() {
+  const ShaderRenderer* shader =
+      renderers_->preferred() == RenderPath::Shader ? renderers_->shaderRenderer() : nullptr;
+  if (!shader) return {0, 0};
+  return {shader->vertexBufferBytes(), shader->edgeBufferBytes()};
+}
+
 void VXLNetworkView::reportGlError() {
   const GLenum error = glGetError();
   if (error == GL_NO_ERROR) return;
