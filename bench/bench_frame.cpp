@@ -97,6 +97,17 @@ BENCHMARK(BM_Frame)
     ->Args({200000, 10})
     ->Unit(benchmark::kMillisecond);
 
+// The vertex pass alone (edges hidden): what the renderer itself changes.
+void BM_Vertices(benchmark::State& state) {
+  auto view = makeView(static_cast<std::uint64_t>(state.range(0)));
+  view->setShowEdges(false);
+  for (auto _ : state) {
+    view->drawRect(kWidth, kHeight);
+    glFinish();
+  }
+}
+BENCHMARK(BM_Vertices)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
 // One click's pick around the centre of the picture.
 void BM_Pick(benchmark::State& state) {
   auto view = makeView(static_cast<std::uint64_t>(state.range(0)));
