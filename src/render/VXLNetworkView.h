@@ -311,12 +311,13 @@ class VXLNetworkView {
   // Deletes presentFrame's framebuffers: the context that made them is about
   // to be destroyed (and current) or is gone.
   void releasePresentation();
-  // Set while the scene is drawn for picking: vertices load their index as
-  // their name instead of a colour, and no edges are drawn.
+  // Frames drawn while it is set are for GL's selection mode (a caller's
+  // glRenderMode(GL_SELECT)): vertices load their index as their name instead
+  // of a colour, and no edges are drawn. pickAt does not draw.
   bool selectionMode() const { return selectionMode_; }
   void setSelectionMode(bool value) { selectionMode_ = value; }
 
-  // --- Picking (GL: the caller makes the view's context current) ---
+  // --- Picking (no GL) ---
   // Coordinates are backing pixels with GL's origin, the lower left corner; a
   // Qt mouse position p maps to (p.x() * ratio, height - p.y() * ratio) with
   // the widget's devicePixelRatio and height in backing pixels.
@@ -586,8 +587,9 @@ class VXLNetworkView {
     int firstTimeTex = 1;  // 1 until the first blended frame
   } gl_;
   bool selectionMode_ = false;
-  // Per-frame copies of positions and colours, reused between frames.
-  FrameCopies frameCopies_;
+  // Per-frame copies of positions and colours, reused between frames (and
+  // between picks).
+  FrameCopies frameCopies_, pickCopies_;
   // The window's frames drawn piece by piece (presentFrame); made on first use.
   std::unique_ptr<Presenter> presenter_;
 

@@ -17,8 +17,7 @@ std::uint64_t VXLNetworkView::pickAt(double x, double y, double dx, double dy) {
   camera.height = view.viewHeight;
   // The vertices, shapes and masks a frame drawn now would show.
   selectionMode_ = true;
-  FrameCopies copies;
-  const Frame frame = takeFrame(copies);
+  const Frame frame = takeFrame(pickCopies_);
   selectionMode_ = false;
   if (!frame.showNodes) return kNoVertex;
   return pick_ray::nearestVertex(frame, camera, {x, y, dx, dy});

@@ -43,6 +43,8 @@ class Caster {
     const Matrix4& p = view.projection;
     near_ = p[14] / (p[10] - 1);
     far_ = p[14] / (p[10] + 1);
+    // Window pixels per eye-space unit at depth 1, the larger of x and y.
+    pixelsPerUnit_ = std::max(p[0] * view.width, p[5] * view.height) / 2;
   }
 
   Hit cast(std::uint64_t i) const {
@@ -57,6 +59,16 @@ class Caster {
     // through the region's centre.
     const std::array<double, 2> pixel = windowOf(centre);
     const double hx = region_.dx / 2, hy = region_.dy / 2;
+    // Far from the region on screen: no ray needed. The shape lies within
+    // `size` of its centre; seen off the axis its picture stretches by at
+    // most 1 + |x / z| + |y / z|.
+    const double distance = -centre[2];
+    const double stretch = 1 + (std::abs(centre[0]) + std::abs(centre[1])) / distance;
+    const double reach = size * stretch * pixelsPerUnit_ / std::max(distance - size, near_);
+    if (std::abs(pixel[0] - region_.x) > hx + reach + 1 ||
+        std::abs(pixel[1] - region_.y) > hy + reach + 1) {
+      return {};
+    }
     const std::array<double, 2> nearest{std::clamp(pixel[0], region_.x - hx, region_.x + hx),
                                         std::clamp(pixel[1], region_.y - hy, region_.y + hy)};
     double depth = along(rayThrough(nearest), centre, world, size);
@@ -121,7 +133,7 @@ class Caster {
   const SceneFrame& frame_;
   const View& view_;
   const Region& region_;
-  double near_ = 0, far_ = 0;
+  double near_ = 0, far_ = 0, pixelsPerUnit_ = 0;
 };
 
 }  // namespace
