@@ -14,6 +14,8 @@ class RenderPaths : public OffscreenGL {
     view.setPreferredRenderPath(path);
     Image image = frame(view);
     EXPECT_EQ(view.renderPath(), path);
+    EXPECT_NE(view.capabilitiesText().find("Scene renderer: " + renderPathName(path)),
+              std::string::npos);
     return image;
   }
 };
