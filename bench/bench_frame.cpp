@@ -1,6 +1,9 @@
-// Frame time of the scene renderer off screen, and layout steps per second
-// with and without frames being drawn at the same time. Needs an X display:
+// Frame time of the scene renderer off screen, picking, a raster export, and
+// layout steps per second with and without frames being drawn at the same
+// time. Needs an X display:
 //   xvfb-run -a -s "-screen 0 1024x768x24" build/bench/bench_frame
+// PLEXVIEW_GL=legacy measures the fixed-function renderer instead of the
+// shader one.
 #include <benchmark/benchmark.h>
 
 #include <GL/gl.h>
@@ -11,6 +14,8 @@
 #include <QOpenGLFramebufferObject>
 #include <atomic>
 #include <chrono>
+#include <filesystem>
+#include <map>
 #include <memory>
 #include <thread>
 
@@ -43,29 +48,67 @@ struct OffscreenTarget {
   }
 };
 
-// A random network with 4 edges per vertex (average degree 8), laid out for
-// a few steps so the picture is not the start cube.
-std::unique_ptr<VXLNetworkView> makeView(std::uint64_t vertices) {
-  QLORandomGenerator::sharedRandomGenerator().setSeed(2024);
+// A random network of the given average degree, laid out for a few steps
+// so the picture is not the start cube. Each size is laid out once per run
+// (all-pairs repulsion at 200,000 vertices takes minutes) and shared by the
+// benchmarks that use it.
+std::unique_ptr<VXLNetworkView> makeView(std::uint64_t vertices, double degree = 8.0) {
+  struct Layout {
+    std::shared_ptr<QLONetwork> network;
+    std::shared_ptr<QLOVector3dArray> positions;
+  };
+  static std::map<std::pair<std::uint64_t, double>, Layout> layouts;
   auto view = std::make_unique<VXLNetworkView>();
-  view->setNetwork(QLONetwork::initRandomNetworkWithNumberOfVertices(vertices, 8.0));
-  view->prepareFrame();
-  view->iterateBy(5);
+  Layout& layout = layouts[{vertices, degree}];
+  if (!layout.network) {
+    QLORandomGenerator::sharedRandomGenerator().setSeed(2024);
+    view->setNetwork(QLONetwork::initRandomNetworkWithNumberOfVertices(vertices, degree));
+    view->prepareFrame();
+    view->iterateBy(5);
+    layout = {view->network(), view->positions()};
+  } else {
+    view->setNetwork(layout.network);
+    view->setPositions(layout.positions);
+    view->prepareFrame();
+  }
   view->initCommands();
   return view;
 }
 
+// Frames with lit spheres: {vertices, average degree}.
 void BM_Frame(benchmark::State& state) {
-  auto view = makeView(static_cast<std::uint64_t>(state.range(0)));
+  auto view =
+      makeView(static_cast<std::uint64_t>(state.range(0)), static_cast<double>(state.range(1)));
   for (auto _ : state) {
     view->drawRect(kWidth, kHeight);
     glFinish();  // the frame is done only when the renderer has finished it
   }
-  state.counters["edges"] = static_cast<double>(view->network()->countEdges());
+  const double V = static_cast<double>(view->network()->countVertices());
+  const double E = static_cast<double>(view->network()->countEdges());
+  state.counters["edges"] = E;
+  const auto [vertexBytes, edgeBytes] = view->rendererBufferBytes();
+  state.counters["gpuB/vertex"] = static_cast<double>(vertexBytes) / V;
+  state.counters["gpuB/edge"] = E > 0 ? static_cast<double>(edgeBytes) / E : 0.0;
 }
-BENCHMARK(BM_Frame)->Arg(1000)->Arg(10000)->Arg(50000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Frame)
+    ->Args({1000, 8})
+    ->Args({10000, 8})
+    ->Args({100000, 8})
+    ->Args({200000, 10})
+    ->Unit(benchmark::kMillisecond);
 
-// One click's pick: the vertices drawn in GL selection mode around a point.
+// The vertex pass alone (edges hidden): what the renderer itself changes.
+void BM_Vertices(benchmark::State& state) {
+  auto view = makeView(static_cast<std::uint64_t>(state.range(0)));
+  view->setShowEdges(false);
+  for (auto _ : state) {
+    view->drawRect(kWidth, kHeight);
+    glFinish();
+  }
+}
+BENCHMARK(BM_Vertices)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// One click's pick around the centre of the picture.
 void BM_Pick(benchmark::State& state) {
   auto view = makeView(static_cast<std::uint64_t>(state.range(0)));
   view->drawRect(kWidth, kHeight);
@@ -74,6 +117,21 @@ void BM_Pick(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_Pick)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// A PNG of 800 x 600 through exportImageToFile. The view was last sized
+// otherwise, so the picture is drawn again off screen rather than read back.
+void BM_Export(benchmark::State& state) {
+  auto view = makeView(static_cast<std::uint64_t>(state.range(0)));
+  view->drawRect(kWidth / 2, kHeight / 2);
+  const std::filesystem::path path =
+      std::filesystem::temp_directory_path() / "plexview_bench_export.png";
+  for (auto _ : state) {
+    const ExportReport report = view->exportImageToFile(path, kWidth, kHeight, 1.5f);
+    if (!report.written) state.SkipWithError(report.error.c_str());
+  }
+  std::filesystem::remove(path);
+}
+BENCHMARK(BM_Export)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 // Layout steps per second on the stepping thread while the main thread draws
 // frames back to back (drawing = 1) or does nothing (drawing = 0).

@@ -3,9 +3,10 @@
 #include "render/VXLNetworkView.h"
 
 #include "layout/placement.h"
+#include "render/renderers.h"
 #include "render/viewframe.h"
 
-VXLNetworkView::VXLNetworkView() = default;
+VXLNetworkView::VXLNetworkView() : renderers_(std::make_unique<Renderers>()) {}
 
 VXLNetworkView::~VXLNetworkView() {
   stopBatchThread();

@@ -18,7 +18,6 @@
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <span>
 #include <string>
 #include <thread>
 #include <utility>
@@ -29,9 +28,11 @@
 #include "quillo/QLOVector3dArray.h"
 #include "render/VXLCamera.h"
 #include "render/exportreport.h"
+#include "render/renderer.h"
 
 class GLString;
 class VXLLegends;
+class Renderers;
 class QImage;
 namespace export_gl {
 class ViewContext;
@@ -334,25 +335,35 @@ class VXLNetworkView {
   // Deletes presentFrame's framebuffers: the context that made them is about
   // to be destroyed (and current) or is gone.
   void releasePresentation();
-  // Set while the scene is drawn for picking: vertices load their index as
-  // their name instead of a colour, and no edges are drawn.
+  // Frames drawn while it is set are for GL's selection mode (a caller's
+  // glRenderMode(GL_SELECT)): vertices load their index as their name instead
+  // of a colour, and no edges are drawn. pickAt does not draw.
   bool selectionMode() const { return selectionMode_; }
   void setSelectionMode(bool value) { selectionMode_ = value; }
 
-  // --- Picking (GL: the caller makes the view's context current) ---
+  // --- Picking (no GL) ---
   // Coordinates are backing pixels with GL's origin, the lower left corner; a
   // Qt mouse position p maps to (p.x() * ratio, height - p.y() * ratio) with
   // the widget's devicePixelRatio and height in backing pixels.
   static constexpr std::uint64_t kNoVertex = ~std::uint64_t{0};
   // The vertex drawn nearest the viewer within a dx by dy pixel region
-  // centred on (x, y), through the selection buffer; kNoVertex (not below any
-  // vertex count) when no vertex is there.
+  // centred on (x, y), by rays cast against the vertices' shapes on the CPU
+  // (pickray.h, no GL); kNoVertex (not below any vertex count) when no vertex
+  // is there.
   std::uint64_t pickAt(double x, double y, double dx, double dy);
-  // The nearest of `hits` selection records (name count, minimum and maximum
-  // depth, names): the last name of the first record of smallest minimum
-  // depth when that name is below V, else kNoVertex.
-  static std::uint64_t nearestHit(std::span<const std::uint32_t> records, std::int64_t hits,
-                                  std::uint64_t V);
+
+  // --- Renderer choice (renderer.h) ---
+  // Frames drawn into pixels (window, raster exports) use the shader renderer
+  // unless the fixed-function one is preferred (PLEXVIEW_GL=legacy at start)
+  // or the context cannot run GLSL 3.30; vector exports and selection-mode
+  // frames always use the fixed-function one.
+  RenderPath preferredRenderPath() const;
+  void setPreferredRenderPath(RenderPath path);
+  // The path of the last frame drawn into pixels (the preferred one before).
+  RenderPath renderPath() const;
+  // GL: bytes the current context's shader renderer holds in buffers for the
+  // vertices and for the edges of the last frame ({0, 0} without one).
+  std::array<std::uint64_t, 2> rendererBufferBytes();
 
   // --- Mouse and keyboard (plain values; positions as for picking) ---
   // A press: Control makes it a pan, Option a dolly, else a trackball drag.
@@ -521,7 +532,6 @@ class VXLNetworkView {
   struct FrameCopies {
     std::vector<float> positions, colours;
   };
-  struct VertexCursor;
   struct Presenter;
   enum class BatchStart { MarkIterating, AlreadyMarked };
 
@@ -599,8 +609,6 @@ class VXLNetworkView {
 
   // GL objects of the context the view draws into (drawing methods only).
   struct GlObjects {
-    bool listCreated = false;
-    unsigned int listSphere = 0, listCube = 0, listSphereHD = 0, listCubeHD = 0;
     unsigned int iTexture = 0, nextTex = 0, prevTex = 0;
     int textureWidth = 0, textureHeight = 0;  // powers of two
     unsigned int programObject = 0, fragmentShader = 0;
@@ -608,8 +616,9 @@ class VXLNetworkView {
     int firstTimeTex = 1;  // 1 until the first blended frame
   } gl_;
   bool selectionMode_ = false;
-  // Per-frame copies of positions and colours, reused between frames.
-  FrameCopies frameCopies_;
+  // Per-frame copies of positions and colours, reused between frames (and
+  // between picks).
+  FrameCopies frameCopies_, pickCopies_;
   // The window's frames drawn piece by piece (presentFrame); made on first use.
   std::unique_ptr<Presenter> presenter_;
 
@@ -646,11 +655,13 @@ class VXLNetworkView {
   // Clears colour and depth of the bound framebuffer to the background.
   void clearToBackground();
   void resizeGL(int width, int height);
-  void makeShapeLists();
-  // Vertices from cursor.next up to `end`, then edges [begin, end), in the
-  // matrices and framebuffer current on entry.
-  void drawVertexPass(const Frame& frame, VertexCursor& cursor, std::uint64_t end);
-  void drawEdgePass(const Frame& frame, std::uint64_t begin, std::uint64_t end);
+
+  // Scene renderers (renderers.h): the fixed-function one and a shader one
+  // per context; frameSerial_ numbers the frames taken (drawing only).
+  std::unique_ptr<Renderers> renderers_;
+  std::uint64_t frameSerial_ = 0;
+  // The renderer a frame is drawn with in the current context.
+  SceneRenderer& rendererFor(const Frame& frame);
   // The projection and model-view a frame drawn now would use.
   std::array<Matrix4, 2> cameraMatrices() const;
   void startPresentedFrame(int width, int height);

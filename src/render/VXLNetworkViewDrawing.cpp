@@ -1,62 +1,21 @@
-// The view's drawing: fixed GL state and the vertex shapes, one frame, and
-// the vertex and edge passes. GL calls go into the caller's current context.
-#include <GL/freeglut.h>
+// The view's drawing: fixed GL state, one frame, the frame's snapshot of the
+// view's state, and the choice of the renderer that draws its passes
+// (legacyrenderer, shaderrenderer). GL calls go into the caller's current
+// context.
 #include <GL/gl.h>
 #include <GL/glu.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <mutex>
 
 #include "quillo/log.h"
 #include "render/VXLNetworkView.h"
+#include "render/renderers.h"
 #include "render/scenecolours.h"
 #include "render/vectorexport.h"
 #include "render/viewframe.h"
 
 using scene::Background;
-
-namespace {
-
-void setColour(const scene::Rgba& c) {
-  glColor4f(c.r, c.g, c.b, c.a);
-}
-
-// freeglut's solid shapes need glutInit, which connects to the X display; it
-// draws no window, the shapes only emit GL calls into the current context.
-bool initialiseFreeglut() {
-  static bool ready = false;
-  static std::once_flag once;
-  std::call_once(once, [] {
-    const char* display = std::getenv("DISPLAY");
-    if (!display || !*display) {
-      quillo::logLine("freeglut needs an X display: vertices are not drawn");
-      return;
-    }
-    int argc = 1;
-    char name[] = "plexview";
-    char* argv[] = {name, nullptr};
-    glutInit(&argc, argv);
-    ready = true;
-  });
-  return ready;
-}
-
-void setEdgeBlend(scene::EdgeBlend blend) {
-  switch (blend) {
-    case scene::EdgeBlend::Additive:
-      glBlendFunc(GL_SRC_ALPHA, GL_ONE);
-      break;
-    case scene::EdgeBlend::Over:
-      glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-      break;
-    case scene::EdgeBlend::OverKeepAlpha:
-      glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ZERO, GL_ONE);
-      break;
-  }
-}
-
-}  // namespace
 
 void VXLNetworkView::initCommands() {
   std::lock_guard context(contextLock_);
@@ -64,29 +23,7 @@ void VXLNetworkView::initCommands() {
   glEnable(GL_MULTISAMPLE);
   glEnable(GL_CULL_FACE);
 
-  const GLfloat lightAmbient[] = {0.8f, 0.8f, 0.8f, 1.0f};
-  const GLfloat lightDiffuse[] = {0.5f, 0.5f, 0.5f, 1.0f};
-  const GLfloat lightSpecular[] = {0.5f, 0.5f, 0.5f, 1.0f};
-  const GLfloat lightPosition[] = {1.0f, 1.0f, 1.0f, 0.0f};  // directional
-  glLightfv(GL_LIGHT0, GL_AMBIENT, lightAmbient);
-  glLightfv(GL_LIGHT0, GL_DIFFUSE, lightDiffuse);
-  glLightfv(GL_LIGHT0, GL_SPECULAR, lightSpecular);
-  glLightfv(GL_LIGHT0, GL_POSITION, lightPosition);
-
-  const GLfloat materialAmbient[] = {0.8f, 0.8f, 0.8f, 1.0f};
-  const GLfloat materialDiffuse[] = {0.6f, 0.6f, 0.6f, 1.0f};
-  const GLfloat materialSpecular[] = {0.3f, 0.3f, 0.3f, 1.0f};
-  glMaterialfv(GL_FRONT, GL_AMBIENT, materialAmbient);
-  glMaterialfv(GL_FRONT, GL_DIFFUSE, materialDiffuse);
-  glMaterialfv(GL_FRONT, GL_SPECULAR, materialSpecular);
-  glMaterialf(GL_FRONT, GL_SHININESS, 75.0f);
-
-  glEnable(GL_LIGHTING);
-  glEnable(GL_LIGHT0);
-  glDepthFunc(GL_LESS);
-  glEnable(GL_COLOR_MATERIAL);  // the current colour drives the material
-
-  if (!gl_.listCreated) makeShapeLists();
+  renderers_->legacy().prepare();  // light, material, shape lists
   const scene::Rgba clear = scene::kInitialClearColour;
   glClearColor(clear.r, clear.g, clear.b, clear.a);
 
@@ -95,28 +32,6 @@ void VXLNetworkView::initCommands() {
     camera::resetCamera(camera_, worldRotation_, origin_);
   }
   if (gl_.programObject == 0) createBlendingProgram();
-}
-
-void VXLNetworkView::makeShapeLists() {
-  const bool shapes = initialiseFreeglut();
-  const GLuint first = glGenLists(4);
-  gl_.listCube = first;
-  gl_.listSphere = first + 1;
-  gl_.listCubeHD = first + 2;
-  gl_.listSphereHD = first + 3;
-  // The sizes are the float values 0.7 and 0.8 widened, not the doubles.
-  const double size = static_cast<double>(0.7f);
-  const double sizeHD = static_cast<double>(0.8f);
-  auto record = [shapes](GLuint list, auto draw) {
-    glNewList(list, GL_COMPILE);
-    if (shapes) draw();
-    glEndList();
-  };
-  record(gl_.listCube, [&] { glutSolidCube(size); });
-  record(gl_.listSphere, [&] { glutSolidSphere(size, 12, 12); });
-  record(gl_.listCubeHD, [&] { glutSolidCube(sizeHD); });
-  record(gl_.listSphereHD, [&] { glutSolidSphere(sizeHD, 20, 20); });
-  gl_.listCreated = true;
 }
 
 void VXLNetworkView::resizeCommands(int width, int height) {
@@ -187,6 +102,7 @@ void VXLNetworkView::drawRect(int width, int height) {
 
 VXLNetworkView::Frame VXLNetworkView::takeFrame(FrameCopies& copies) {
   Frame frame;
+  frame.serial = ++frameSerial_;
   frame.selecting = selectionMode_;
   frame.scale = scale();
   frame.showNodes = showNodes();
@@ -257,12 +173,13 @@ void VXLNetworkView::drawCommands() {
   const Frame frame = takeFrame(frameCopies_);
   if (!frame.selecting) glEnable(GL_BLEND);
 
+  SceneRenderer& renderer = rendererFor(frame);
   glPushMatrix();
   if (frame.showNodes) {
     VertexCursor cursor;
-    drawVertexPass(frame, cursor, frame.verticesCount);
+    renderer.drawVertices(frame, cursor, frame.verticesCount);
   }
-  if (frame.showEdges && !frame.selecting) drawEdgePass(frame, 0, frame.edgesCount);
+  if (frame.showEdges && !frame.selecting) renderer.drawEdges(frame, 0, frame.edgesCount);
   glEnable(GL_DEPTH_TEST);
   if (!frame.selecting) {
     glDisable(GL_LIGHTING);
@@ -271,101 +188,30 @@ void VXLNetworkView::drawCommands() {
   glPopMatrix();
 }
 
-void VXLNetworkView::drawVertexPass(const Frame& frame, VertexCursor& cursor, std::uint64_t end) {
-  if (!frame.selecting) {
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glEnable(GL_LIGHTING);
-    glEnable(GL_LIGHT0);
-  }
-  glDepthMask(frame.verticesDepthTest ? GL_TRUE : GL_FALSE);
-  const bool cubes = frame.simpleShapes;
-  const GLuint shape = cubes ? gl_.listCube : gl_.listSphere;
-  const GLuint shell = cubes ? gl_.listCubeHD : gl_.listSphereHD;
-  const scene::Rgb highlight = scene::selectionHighlight(frame.colouring(), frame.background);
-  const bool limit = frame.limitNodes && frame.filter;
-  const float s = frame.scale;
-
-  // One pushed matrix for all vertices: each translation is relative to the
-  // previous drawn vertex, instead of a push and pop per vertex.
-  glPushMatrix();
-  if (cursor.matrix) glLoadMatrixd(cursor.matrix->data());
-  float px = cursor.px, py = cursor.py, pz = cursor.pz;
-  for (std::uint64_t i = cursor.next; i < end; ++i) {
-    if (limit && !frame.withinFilter(i)) continue;
-    if (frame.hidden && frame.hidden[i]) continue;
-    glTranslatef((frame.x[i] - px) * s, (frame.y[i] - py) * s, (frame.z[i] - pz) * s);
-    px = frame.x[i];
-    py = frame.y[i];
-    pz = frame.z[i];
-    const auto name = static_cast<GLuint>(i);
-    if (frame.selecting) {
-      glLoadName(name);
-    } else if (frame.r) {
-      glColor4f(frame.r[i], frame.g[i], frame.b[i], 1.0f);
-    } else {
-      const scene::Rgb c = scene::kDefaultVertexColour;
-      glColor4f(c.r, c.g, c.b, 1.0f);
-    }
-    glCallList(shape);
-    if (!frame.selected[i]) continue;
-    // A larger, finer, translucent shell over a selected vertex.
-    if (frame.selecting) {
-      glLoadName(name);
-    } else {
-      glColor4f(highlight.r, highlight.g, highlight.b, scene::kHighlightAlpha);
-    }
-    glCallList(shell);
-  }
-  if (end < frame.verticesCount) {
-    cursor.matrix.emplace();
-    glGetDoublev(GL_MODELVIEW_MATRIX, cursor.matrix->data());
-  }
-  cursor.next = end;
-  cursor.px = px;
-  cursor.py = py;
-  cursor.pz = pz;
-  glPopMatrix();
+SceneRenderer& VXLNetworkView::rendererFor(const Frame& frame) {
+  // gl2ps records the fixed-function primitives, and selection mode names
+  // each vertex as the fixed-function pass draws it.
+  if (frame.selecting || vector_export::recording()) return renderers_->legacy();
+  return renderers_->forPixels();
 }
 
-void VXLNetworkView::drawEdgePass(const Frame& frame, std::uint64_t begin, std::uint64_t end) {
-  glPushMatrix();
-  const scene::Rgb base = scene::kEdgePassColour;
-  glColor3f(base.r, base.g, base.b);
-  glDisable(GL_LIGHTING);
-  glDisable(GL_LIGHT0);
-  glDepthMask(frame.edgesDepthTest ? GL_TRUE : GL_FALSE);
-  glEnable(GL_BLEND);
-  const auto blending = frame.blendLines ? scene::LineBlending::On : scene::LineBlending::Off;
-  // GL's feedback carries neither blending nor line widths: a vector export
-  // being recorded gets them as markers.
-  if (blending == scene::LineBlending::On) vector_export::beginBlendMarker();
-  setEdgeBlend(scene::edgeBlend(blending, frame.background));
-  glLineWidth(frame.lineWidth);
-  vector_export::lineWidthMarker(frame.lineWidth);
+RenderPath VXLNetworkView::preferredRenderPath() const {
+  return renderers_->preferred();
+}
 
-  const float intensity = frame.edgesIntensity;
-  const bool limit = frame.limitEdges && frame.filter;
-  const float s = frame.scale;
-  auto endpoint = [&](std::uint64_t v) {
-    const auto selection =
-        frame.selected[v] ? scene::Selection::Selected : scene::Selection::NotSelected;
-    setColour(scene::edgeEndpointColour(frame.colour(v), selection, blending, frame.background,
-                                        intensity));
-    glVertex3f(frame.x[v] * s, frame.y[v] * s, frame.z[v] * s);
-  };
+void VXLNetworkView::setPreferredRenderPath(RenderPath path) {
+  renderers_->setPreferred(path);
+}
 
-  glBegin(GL_LINES);
-  for (std::uint64_t k = begin; k < end; ++k) {
-    if (frame.weights && 0.0f >= frame.weights[k]) continue;
-    const std::uint64_t t = frame.to[k];
-    const std::uint64_t f = frame.from[k];
-    if (limit && (!frame.withinFilter(t) || !frame.withinFilter(f))) continue;
-    if (frame.hidden && (frame.hidden[t] || frame.hidden[f])) continue;
-    endpoint(t);
-    endpoint(f);
-  }
-  glEnd();
-  glPopMatrix();
+RenderPath VXLNetworkView::renderPath() const {
+  return renderers_->inUse();
+}
+
+std::array<std::uint64_t, 2> VXLNetworkView::rendererBufferBytes() {
+  const ShaderRenderer* shader =
+      renderers_->preferred() == RenderPath::Shader ? renderers_->shaderRenderer() : nullptr;
+  if (!shader) return {0, 0};
+  return {shader->vertexBufferBytes(), shader->edgeBufferBytes()};
 }
 
 void VXLNetworkView::reportGlError() {

@@ -184,7 +184,8 @@ std::string VXLNetworkView::errorString() const {
 }
 
 std::string VXLNetworkView::capabilitiesText() {
-  const capabilities::GlCapabilities caps = capabilities::currentCapabilities();
+  capabilities::GlCapabilities caps = capabilities::currentCapabilities();
+  caps.sceneRenderer = renderPathName(renderPath());
   std::lock_guard lock(lock_);
   if (!caps.version.empty()) overlays_.capabilities = capabilities::capabilitiesText(caps);
   return overlays_.capabilities;

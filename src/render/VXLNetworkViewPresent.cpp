@@ -142,12 +142,12 @@ bool VXLNetworkView::drawPresentedPieces(Clock::time_point deadline) {
     if (p.vertices.next < frame.verticesCount) {
       const std::uint64_t items =
           p.vertexCost.itemsWithin(left, frame.verticesCount - p.vertices.next);
-      drawVertexPass(frame, p.vertices, p.vertices.next + items);
+      rendererFor(frame).drawVertices(frame, p.vertices, p.vertices.next + items);
       glFinish();
       p.vertexCost.record(items, secondsSince(start));
     } else {
       const std::uint64_t items = p.edgeCost.itemsWithin(left, frame.edgesCount - p.nextEdge);
-      drawEdgePass(frame, p.nextEdge, p.nextEdge + items);
+      rendererFor(frame).drawEdges(frame, p.nextEdge, p.nextEdge + items);
       p.nextEdge += items;
       glFinish();
       p.edgeCost.record(items, secondsSince(start));

@@ -61,6 +61,7 @@ std::string capabilitiesText(const GlCapabilities& caps, std::size_t lineWidth) 
   line("Max lights: ", std::to_string(caps.maxLights));
   line("Max rectangle texture size: ", std::to_string(caps.maxRectangleTextureSize));
   line("Samples: ", std::to_string(caps.samples));
+  if (!caps.sceneRenderer.empty()) line("Scene renderer: ", caps.sceneRenderer);
   text += "Extensions (";
   text += std::to_string(caps.extensions.size());
   text += "):";

@@ -15,6 +15,9 @@ struct GlCapabilities {
   int maxRectangleTextureSize = 0;
   int samples = 0;
   std::vector<std::string> extensions;
+  // The scene renderer drawing with this context ("shader", "fixed-function";
+  // filled in by the view, empty when unknown).
+  std::string sceneRenderer;
 };
 
 // GL: reads the current context; empty strings and zeros without one.

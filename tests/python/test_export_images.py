@@ -38,6 +38,17 @@ class ExportImagesTest(ScratchFolderTestCase):
         self.view = VXLNetworkView()
         self.view.setNetwork(QLONetwork.initRandomNetworkWithNumberOfVertices(30, 4.0))
 
+    def test_the_renderer_drawing_a_picture_is_the_one_asked_for(self):
+        for name in ("fixed-function", "shader"):
+            with self.subTest(name):
+                self.view.setPreferredRenderPath(name)
+                self.assertEqual(self.view.preferredRenderPath(), name)
+                self.view.exportImageToFile(self.path(name + ".png"), 80, 60)
+                self.assertTrue(os.path.exists(self.path(name + ".png")))
+                self.assertEqual(self.view.renderPath(), name)
+        with self.assertRaisesRegex(ValueError, "unknown renderer 'vulkan'"):
+            self.view.setPreferredRenderPath("vulkan")
+
     def test_the_report_of_a_raster_and_a_vector_export(self):
         # Every extension's format is checked by the C++ export tests.
         for name, written, kind in [("f.pdf", "f.pdf", "PDF"), ("j.dat", "j.dat.png", "PNG")]:

@@ -212,27 +212,4 @@ TEST(Selection, HeldMaskKeepsItsSelectionAndANewNetworkStartsEmpty) {
   EXPECT_EQ(f.view.selectedIndices(), Indices{7});
 }
 
-TEST(PickingHits, NearestRecordWinsTiesKeepTheFirst) {
-  const std::uint64_t none = VXLNetworkView::kNoVertex;
-  struct Case {
-    const char* name;
-    std::vector<std::uint32_t> records;
-    std::int64_t hits;
-    std::uint64_t expected;
-  };
-  // Records: name count, depth range, names; the vertices are 0..9.
-  const Case cases[] = {
-      {"nearer later", {1, 500, 600, 3, 1, 200, 900, 7}, 2, 7},
-      {"tie keeps the first", {1, 200, 600, 3, 1, 200, 300, 7}, 2, 3},
-      {"name V hides the farther after it", {1, 100, 200, 10, 1, 300, 400, 4}, 2, none},
-      {"no name", {0, 100, 200, 1, 300, 400, 4}, 2, none},
-      {"last name counts", {2, 100, 200, 5, 6}, 1, 6},
-      {"count limits the walk", {1, 500, 600, 3, 1, 200, 900, 7}, 1, 3},
-      {"overflow reads what fits", {1, 500, 600, 3, 1, 200, 900, 7, 1, 100}, -1, 7},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(VXLNetworkView::nearestHit(c.records, c.hits, 10), c.expected) << c.name;
-  }
-}
-
 }  // namespace

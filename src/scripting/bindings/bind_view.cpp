@@ -198,6 +198,28 @@ void bindView(py::module_& m) {
   cls.def("updateCameraString", &VXLNetworkView::updateCameraString);
   cls.def("capabilitiesText", &VXLNetworkView::capabilitiesText,
           "The GL capability report of the current context, else the last one read ('' if none).");
+  cls.def(
+      "renderPath", [](const VXLNetworkView& v) { return renderPathName(v.renderPath()); },
+      "The renderer of the last frame drawn into pixels: 'shader' or 'fixed-function' (before "
+      "any frame, the one asked for).");
+  cls.def(
+      "preferredRenderPath",
+      [](const VXLNetworkView& v) { return renderPathName(v.preferredRenderPath()); },
+      "The renderer asked for: 'shader' unless PLEXVIEW_GL=legacy was set at start.");
+  cls.def(
+      "setPreferredRenderPath",
+      [](VXLNetworkView& v, const std::string& name) {
+        if (name == renderPathName(RenderPath::Shader)) {
+          v.setPreferredRenderPath(RenderPath::Shader);
+        } else if (name == renderPathName(RenderPath::FixedFunction)) {
+          v.setPreferredRenderPath(RenderPath::FixedFunction);
+        } else {
+          throw py::value_error("unknown renderer '" + name +
+                                "': use 'shader' or 'fixed-function'");
+        }
+      },
+      py::arg("name"),
+      "Draw frames with 'shader' (when the context runs GLSL 3.30) or 'fixed-function'.");
 
   m.def("getMaxMinValuesForPropertyOfNetwork", &filter::getMaxMinValuesForPropertyOfNetwork,
         py::arg("network"), py::arg("name"),

@@ -1,0 +1,167 @@
+#include "render/legacyrenderer.h"
+
+#include <GL/freeglut.h>
+#include <GL/gl.h>
+
+#include <cstdlib>
+#include <mutex>
+
+#include "quillo/log.h"
+#include "render/passstate.h"
+
+namespace {
+
+void setColour(const scene::Rgba& c) {
+  glColor4f(c.r, c.g, c.b, c.a);
+}
+
+// freeglut's solid shapes need glutInit, which connects to the X display; it
+// draws no window, the shapes only emit GL calls into the current context.
+bool initialiseFreeglut() {
+  static bool ready = false;
+  static std::once_flag once;
+  std::call_once(once, [] {
+    const char* display = std::getenv("DISPLAY");
+    if (!display || !*display) {
+      quillo::logLine("freeglut needs an X display: vertices are not drawn");
+      return;
+    }
+    int argc = 1;
+    char name[] = "plexview";
+    char* argv[] = {name, nullptr};
+    glutInit(&argc, argv);
+    ready = true;
+  });
+  return ready;
+}
+
+}  // namespace
+
+void LegacyRenderer::prepare() {
+  using namespace scene_light;
+  // The light's direction is taken in eye space: set it under the identity.
+  glMatrixMode(GL_MODELVIEW);
+  glPushMatrix();
+  glLoadIdentity();
+  glLightfv(GL_LIGHT0, GL_AMBIENT, kLightAmbient);
+  glLightfv(GL_LIGHT0, GL_DIFFUSE, kLightDiffuse);
+  glLightfv(GL_LIGHT0, GL_SPECULAR, kLightSpecular);
+  glLightfv(GL_LIGHT0, GL_POSITION, kLightPosition);
+  glPopMatrix();
+  glMaterialfv(GL_FRONT, GL_AMBIENT, kMaterialAmbient);
+  glMaterialfv(GL_FRONT, GL_DIFFUSE, kMaterialDiffuse);
+  glMaterialfv(GL_FRONT, GL_SPECULAR, kMaterialSpecular);
+  glMaterialf(GL_FRONT, GL_SHININESS, kShininess);
+
+  glEnable(GL_LIGHTING);
+  glEnable(GL_LIGHT0);
+  glDepthFunc(GL_LESS);
+  glEnable(GL_COLOR_MATERIAL);  // the current colour drives the material
+  if (!listCreated_) makeShapeLists();
+}
+
+void LegacyRenderer::makeShapeLists() {
+  const bool shapes = initialiseFreeglut();
+  const GLuint first = glGenLists(4);
+  listCube_ = first;
+  listSphere_ = first + 1;
+  listCubeHD_ = first + 2;
+  listSphereHD_ = first + 3;
+  auto record = [shapes](GLuint list, auto draw) {
+    glNewList(list, GL_COMPILE);
+    if (shapes) draw();
+    glEndList();
+  };
+  using namespace scene_shapes;
+  record(listCube_, [&] { glutSolidCube(kSize); });
+  record(listSphere_, [&] { glutSolidSphere(kSize, 12, 12); });
+  record(listCubeHD_, [&] { glutSolidCube(kShellSize); });
+  record(listSphereHD_, [&] { glutSolidSphere(kShellSize, 20, 20); });
+  listCreated_ = true;
+}
+
+void LegacyRenderer::drawVertices(const SceneFrame& frame, VertexCursor& cursor,
+                                  std::uint64_t end) {
+  pass_state::beginVertexPass(frame);
+  if (!frame.selecting) {
+    glEnable(GL_LIGHTING);
+    glEnable(GL_LIGHT0);
+  }
+  const bool cubes = frame.simpleShapes;
+  const GLuint shape = cubes ? listCube_ : listSphere_;
+  const GLuint shell = cubes ? listCubeHD_ : listSphereHD_;
+  const scene::Rgb highlight = scene::selectionHighlight(frame.colouring(), frame.background);
+  const float s = frame.scale;
+
+  // One pushed matrix for all vertices: each translation is relative to the
+  // previous drawn vertex, instead of a push and pop per vertex.
+  glPushMatrix();
+  if (cursor.matrix) glLoadMatrixd(cursor.matrix->data());
+  float px = cursor.px, py = cursor.py, pz = cursor.pz;
+  for (std::uint64_t i = cursor.next; i < end; ++i) {
+    if (!frame.vertexShown(i)) continue;
+    glTranslatef((frame.x[i] - px) * s, (frame.y[i] - py) * s, (frame.z[i] - pz) * s);
+    px = frame.x[i];
+    py = frame.y[i];
+    pz = frame.z[i];
+    const auto name = static_cast<GLuint>(i);
+    if (frame.selecting) {
+      glLoadName(name);
+    } else if (frame.r) {
+      glColor4f(frame.r[i], frame.g[i], frame.b[i], 1.0f);
+    } else {
+      const scene::Rgb c = scene::kDefaultVertexColour;
+      glColor4f(c.r, c.g, c.b, 1.0f);
+    }
+    glCallList(shape);
+    if (!frame.selected[i]) continue;
+    // A larger, finer, translucent shell over a selected vertex.
+    if (frame.selecting) {
+      glLoadName(name);
+    } else {
+      glColor4f(highlight.r, highlight.g, highlight.b, scene::kHighlightAlpha);
+    }
+    glCallList(shell);
+  }
+  if (end < frame.verticesCount) {
+    cursor.matrix.emplace();
+    glGetDoublev(GL_MODELVIEW_MATRIX, cursor.matrix->data());
+  }
+  cursor.next = end;
+  cursor.px = px;
+  cursor.py = py;
+  cursor.pz = pz;
+  glPopMatrix();
+}
+
+void LegacyRenderer::drawEdges(const SceneFrame& frame, std::uint64_t begin, std::uint64_t end) {
+  glPushMatrix();
+  const scene::Rgb base = scene::kEdgePassColour;
+  glColor3f(base.r, base.g, base.b);
+  glDisable(GL_LIGHTING);
+  glDisable(GL_LIGHT0);
+  pass_state::beginEdgePass(frame);
+
+  const scene::LineBlending blending = frame.lineBlending();
+  const float intensity = frame.edgesIntensity;
+  const float s = frame.scale;
+  auto endpoint = [&](std::uint64_t v) {
+    const auto selection =
+        frame.selected[v] ? scene::Selection::Selected : scene::Selection::NotSelected;
+    setColour(scene::edgeEndpointColour(frame.colour(v), selection, blending, frame.background,
+                                        intensity));
+    glVertex3f(frame.x[v] * s, frame.y[v] * s, frame.z[v] * s);
+  };
+
+  glBegin(GL_LINES);
+  for (std::uint64_t k = begin; k < end; ++k) {
+    if (frame.weights && 0.0f >= frame.weights[k]) continue;
+    const std::uint64_t t = frame.to[k];
+    const std::uint64_t f = frame.from[k];
+    if (!frame.edgeEndShown(t) || !frame.edgeEndShown(f)) continue;
+    endpoint(t);
+    endpoint(f);
+  }
+  glEnd();
+  glPopMatrix();
+}

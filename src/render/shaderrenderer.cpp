@@ -1,0 +1,327 @@
+#include "render/shaderrenderer.h"
+
+#include <GL/gl.h>
+#include <GL/glext.h>
+
+#include <QOpenGLContext>
+#include <array>
+#include <cmath>
+
+#include "render/passstate.h"
+#include "render/sceneshaders.h"
+
+namespace {
+
+GLuint compile(GLenum kind, const char* source, std::string& reason) {
+  const GLuint shader = glCreateShader(kind);
+  glShaderSource(shader, 1, &source, nullptr);
+  glCompileShader(shader);
+  GLint ok = GL_FALSE;
+  glGetShaderiv(shader, GL_COMPILE_STATUS, &ok);
+  if (ok == GL_TRUE) return shader;
+  std::array<char, 1024> log{};
+  glGetShaderInfoLog(shader, static_cast<GLsizei>(log.size()), nullptr, log.data());
+  reason = std::string("a shader did not compile: ") + log.data();
+  glDeleteShader(shader);
+  return 0;
+}
+
+GLuint link(const char* vertex, const char* fragment, std::string& reason) {
+  const GLuint vs = compile(GL_VERTEX_SHADER, vertex, reason);
+  if (vs == 0) return 0;
+  const GLuint fs = compile(GL_FRAGMENT_SHADER, fragment, reason);
+  if (fs == 0) {
+    glDeleteShader(vs);
+    return 0;
+  }
+  const GLuint program = glCreateProgram();
+  glAttachShader(program, vs);
+  glAttachShader(program, fs);
+  glLinkProgram(program);
+  glDeleteShader(vs);
+  glDeleteShader(fs);
+  GLint ok = GL_FALSE;
+  glGetProgramiv(program, GL_LINK_STATUS, &ok);
+  if (ok == GL_TRUE) return program;
+  std::array<char, 1024> log{};
+  glGetProgramInfoLog(program, static_cast<GLsizei>(log.size()), nullptr, log.data());
+  reason = std::string("a program did not link: ") + log.data();
+  glDeleteProgram(program);
+  return 0;
+}
+
+std::array<float, 3> normalised(std::array<float, 3> v) {
+  const float n = std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
+  return {v[0] / n, v[1] / n, v[2] / n};
+}
+
+// The fixed-function light and material as the lighting uniforms.
+void setLighting(GLuint program) {
+  using namespace scene_light;
+  const std::array<float, 3> l =
+      normalised({kLightPosition[0], kLightPosition[1], kLightPosition[2]});
+  const std::array<float, 3> h = normalised({l[0], l[1], l[2] + 1.0f});  // infinite viewer
+  glUseProgram(program);
+  glUniform3fv(glGetUniformLocation(program, "lightDirection"), 1, l.data());
+  glUniform3fv(glGetUniformLocation(program, "halfVector"), 1, h.data());
+  std::array<float, 3> ambient{}, diffuse{}, specular{};
+  for (std::size_t i = 0; i < 3; ++i) {
+    ambient[i] = kModelAmbient[i] + kLightAmbient[i];
+    diffuse[i] = kLightDiffuse[i];
+    specular[i] = kMaterialSpecular[i] * kLightSpecular[i];
+  }
+  glUniform3fv(glGetUniformLocation(program, "ambient"), 1, ambient.data());
+  glUniform3fv(glGetUniformLocation(program, "diffuse"), 1, diffuse.data());
+  glUniform3fv(glGetUniformLocation(program, "specular"), 1, specular.data());
+  glUniform1f(glGetUniformLocation(program, "shininess"), kShininess);
+  glUseProgram(0);
+}
+
+// The unit cube (corners at +-0.5) as 12 counter-clockwise triangles with
+// face normals, then again for the shell (corner w = 1).
+std::vector<float> cubeCorners() {
+  struct Face {
+    std::array<float, 3> n, a, b;  // a x b = n
+  };
+  const Face faces[] = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {{-1, 0, 0}, {0, 0, 1}, {0, 1, 0}},
+                        {{0, 1, 0}, {0, 0, 1}, {1, 0, 0}}, {{0, -1, 0}, {1, 0, 0}, {0, 0, 1}},
+                        {{0, 0, 1}, {1, 0, 0}, {0, 1, 0}}, {{0, 0, -1}, {0, 1, 0}, {1, 0, 0}}};
+  const float corners[6][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, -1}, {1, 1}, {-1, 1}};
+  std::vector<float> out;  // x, y, z, shell, nx, ny, nz
+  for (float shell : {0.0f, 1.0f}) {
+    for (const Face& f : faces) {
+      for (const auto& c : corners) {
+        for (std::size_t i = 0; i < 3; ++i) {
+          out.push_back(0.5f * (f.n[i] + c[0] * f.a[i] + c[1] * f.b[i]));
+        }
+        out.push_back(shell);
+        out.insert(out.end(), f.n.begin(), f.n.end());
+      }
+    }
+  }
+  return out;
+}
+
+constexpr GLsizei kCubeStride = 7 * sizeof(float);
+
+// Replaces a buffer's contents when they differ from `held`, which becomes
+// `fresh` (swapped).
+template <class T>
+void refresh(GLenum target, GLuint buffer, std::vector<T>& held, std::vector<T>& fresh) {
+  if (fresh == held) return;
+  glBindBuffer(target, buffer);
+  const auto bytes = static_cast<GLsizeiptr>(fresh.size() * sizeof(T));
+  if (fresh.size() == held.size()) {
+    glBufferSubData(target, 0, bytes, fresh.data());
+  } else {
+    glBufferData(target, bytes, fresh.data(), GL_DYNAMIC_DRAW);
+  }
+  held.swap(fresh);
+}
+
+const void* byteOffset(std::uint64_t bytes) {
+  return reinterpret_cast<const void*>(static_cast<std::uintptr_t>(bytes));
+}
+
+}  // namespace
+
+std::unique_ptr<ShaderRenderer> ShaderRenderer::create(std::string& reason) {
+  QOpenGLContext* context = QOpenGLContext::currentContext();
+  if (!context) {
+    reason = "no OpenGL context is current";
+    return nullptr;
+  }
+  const QSurfaceFormat format = context->format();
+  if (context->isOpenGLES() || format.version() < qMakePair(3, 3)) {
+    reason = "OpenGL " + std::to_string(format.majorVersion()) + "." +
+             std::to_string(format.minorVersion()) + " has no GLSL 3.30";
+    return nullptr;
+  }
+  std::unique_ptr<ShaderRenderer> renderer(new ShaderRenderer);
+  renderer->context_ = context;
+  if (!renderer->build(reason)) return nullptr;
+  return renderer;
+}
+
+bool ShaderRenderer::build(std::string& reason) {
+  using namespace scene_shaders;
+  sphere_.id = link(kSphereVertex, kSphereFragment, reason);
+  cube_.id = sphere_.id ? link(kCubeVertex, kCubeFragment, reason) : 0;
+  edge_.id = cube_.id ? link(kEdgeVertex, kEdgeFragment, reason) : 0;
+  if (edge_.id == 0) return false;
+  for (Program* p : {&sphere_, &cube_, &edge_}) {
+    auto at = [&](const char* name) { return glGetUniformLocation(p->id, name); };
+    p->modelView = at("modelView");
+    p->projection = at("projection");
+    p->scale = at("scale");
+    p->size = at("size");
+    p->shellSize = at("shellSize");
+    p->highlight = at("highlight");
+    p->mul = at("mul");
+    p->add = at("add");
+    p->selectedMul = at("selectedMul");
+    p->selectedAdd = at("selectedAdd");
+  }
+  setLighting(sphere_.id);
+  setLighting(cube_.id);
+
+  GLuint buffers[5];
+  glGenBuffers(5, buffers);
+  positions_ = buffers[0];
+  colours_ = buffers[1];
+  flags_ = buffers[2];
+  indices_ = buffers[3];
+  cubeCorners_ = buffers[4];
+  const std::vector<float> cube = cubeCorners();
+  glBindBuffer(GL_ARRAY_BUFFER, cubeCorners_);
+  glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(cube.size() * sizeof(float)), cube.data(),
+               GL_STATIC_DRAW);
+
+  GLuint arrays[3];
+  glGenVertexArrays(3, arrays);
+  sphereArray_ = arrays[0];
+  cubeArray_ = arrays[1];
+  edgeArray_ = arrays[2];
+  // Spheres and cubes take the vertex attributes once per instance, edges
+  // once per index.
+  for (GLuint array : arrays) {
+    glBindVertexArray(array);
+    const GLuint divisor = array == edgeArray_ ? 0 : 1;
+    for (GLuint a : {kCentre, kColour, kFlags}) {
+      glEnableVertexAttribArray(a);
+      glVertexAttribDivisor(a, divisor);
+    }
+  }
+  glBindVertexArray(cubeArray_);
+  glBindBuffer(GL_ARRAY_BUFFER, cubeCorners_);
+  glEnableVertexAttribArray(kCorner);
+  glVertexAttribPointer(kCorner, 4, GL_FLOAT, GL_FALSE, kCubeStride, byteOffset(0));
+  glEnableVertexAttribArray(kNormal);
+  glVertexAttribPointer(kNormal, 3, GL_FLOAT, GL_FALSE, kCubeStride, byteOffset(4 * sizeof(float)));
+  glBindVertexArray(edgeArray_);
+  glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, indices_);
+  instanceAttributes(0);
+  glBindVertexArray(0);
+  glBindBuffer(GL_ARRAY_BUFFER, 0);
+  return true;
+}
+
+ShaderRenderer::~ShaderRenderer() {
+  if (!context_ || QOpenGLContext::currentContext() != context_) return;
+  for (const Program& p : {sphere_, cube_, edge_}) {
+    if (p.id) glDeleteProgram(p.id);
+  }
+  const GLuint arrays[] = {sphereArray_, cubeArray_, edgeArray_};
+  glDeleteVertexArrays(3, arrays);
+  const GLuint buffers[] = {positions_, colours_, flags_, indices_, cubeCorners_};
+  glDeleteBuffers(5, buffers);
+}
+
+void ShaderRenderer::instanceAttributes(std::uint64_t first) {
+  using namespace scene_shaders;
+  glBindBuffer(GL_ARRAY_BUFFER, positions_);
+  glVertexAttribPointer(kCentre, 3, GL_FLOAT, GL_FALSE, 0, byteOffset(12 * first));
+  glBindBuffer(GL_ARRAY_BUFFER, colours_);
+  glVertexAttribPointer(kColour, 3, GL_FLOAT, GL_FALSE, 0, byteOffset(12 * first));
+  glBindBuffer(GL_ARRAY_BUFFER, flags_);
+  glVertexAttribIPointer(kFlags, 1, GL_UNSIGNED_BYTE, 0, byteOffset(first));
+  glBindBuffer(GL_ARRAY_BUFFER, 0);
+}
+
+void ShaderRenderer::upload(const SceneFrame& frame) {
+  if (uploaded_ && frame.serial == serial_) return;
+  serial_ = frame.serial;
+  uploaded_ = true;
+  scene_buffers::packPositions(frame, scratch_);
+  refresh(GL_ARRAY_BUFFER, positions_, positionData_, scratch_);
+  scene_buffers::packColours(frame, scratch_);
+  refresh(GL_ARRAY_BUFFER, colours_, colourData_, scratch_);
+  scene_buffers::packFlags(frame, scratchBytes_);
+  refresh(GL_ARRAY_BUFFER, flags_, flagData_, scratchBytes_);
+  glBindBuffer(GL_ARRAY_BUFFER, 0);
+
+  // The index list changes with the network, the weights and the vertices
+  // whose edges may be drawn.
+  scene_buffers::packEdgeEnds(frame, scratchBytes_);
+  if (scratchBytes_ != edgeEnds_ || frame.from != edgesFrom_ || frame.weights != edgesWeights_ ||
+      frame.edgesCount != edgesCount_) {
+    edgeEnds_.swap(scratchBytes_);
+    edgesFrom_ = frame.from;
+    edgesWeights_ = frame.weights;
+    edgesCount_ = frame.edgesCount;
+    scene_buffers::buildEdgeList(frame, edgeEnds_, edges_);
+    glBindVertexArray(edgeArray_);
+    glBufferData(GL_ELEMENT_ARRAY_BUFFER,
+                 static_cast<GLsizeiptr>(edges_.indices.size() * sizeof(std::uint32_t)),
+                 edges_.indices.data(), GL_DYNAMIC_DRAW);
+    glBindVertexArray(0);
+  }
+}
+
+void ShaderRenderer::useProgram(const Program& program, const SceneFrame& frame) {
+  glUseProgram(program.id);
+  std::array<float, 16> m{};
+  glGetFloatv(GL_MODELVIEW_MATRIX, m.data());
+  glUniformMatrix4fv(program.modelView, 1, GL_FALSE, m.data());
+  glGetFloatv(GL_PROJECTION_MATRIX, m.data());
+  glUniformMatrix4fv(program.projection, 1, GL_FALSE, m.data());
+  glUniform1f(program.scale, frame.scale);
+}
+
+void ShaderRenderer::drawVertices(const SceneFrame& frame, VertexCursor& cursor,
+                                  std::uint64_t end) {
+  const std::uint64_t first = cursor.next;
+  cursor.next = end;
+  if (end <= first) return;
+  upload(frame);
+  pass_state::beginVertexPass(frame);
+  const bool cubes = frame.simpleShapes;
+  const Program& program = cubes ? cube_ : sphere_;
+  useProgram(program, frame);
+  glUniform1f(program.size, static_cast<float>(scene_shapes::kSize));
+  glUniform1f(program.shellSize, static_cast<float>(scene_shapes::kShellSize));
+  const scene::Rgb h = scene::selectionHighlight(frame.colouring(), frame.background);
+  glUniform4f(program.highlight, h.r, h.g, h.b, scene::kHighlightAlpha);
+
+  glBindVertexArray(cubes ? cubeArray_ : sphereArray_);
+  instanceAttributes(first);
+  const auto count = static_cast<GLsizei>(end - first);
+  if (cubes) {
+    glDrawArraysInstanced(GL_TRIANGLES, 0, 72, count);
+  } else {
+    // The squares face the eye whatever their winding.
+    const GLboolean culling = glIsEnabled(GL_CULL_FACE);
+    glDisable(GL_CULL_FACE);
+    glDrawArraysInstanced(GL_TRIANGLES, 0, 12, count);
+    if (culling) glEnable(GL_CULL_FACE);
+  }
+  glBindVertexArray(0);
+  glUseProgram(0);
+}
+
+void ShaderRenderer::drawEdges(const SceneFrame& frame, std::uint64_t begin, std::uint64_t end) {
+  if (end <= begin) return;
+  upload(frame);
+  pass_state::beginEdgePass(frame);
+  const auto [first, last] = edges_.pairsOf(begin, end);
+  if (last <= first) return;
+  useProgram(edge_, frame);
+  const scene_buffers::EdgeColourRule rule = scene_buffers::edgeColourRule(frame);
+  glUniform4fv(edge_.mul, 1, rule.mul.data());
+  glUniform4fv(edge_.add, 1, rule.add.data());
+  glUniform4fv(edge_.selectedMul, 1, rule.selectedMul.data());
+  glUniform4fv(edge_.selectedAdd, 1, rule.selectedAdd.data());
+  glBindVertexArray(edgeArray_);
+  glDrawElements(GL_LINES, static_cast<GLsizei>(2 * (last - first)), GL_UNSIGNED_INT,
+                 byteOffset(2 * sizeof(std::uint32_t) * first));
+  glBindVertexArray(0);
+  glUseProgram(0);
+}
+
+std::uint64_t ShaderRenderer::vertexBufferBytes() const {
+  return sizeof(float) * (positionData_.size() + colourData_.size()) + flagData_.size();
+}
+
+std::uint64_t ShaderRenderer::edgeBufferBytes() const {
+  return sizeof(std::uint32_t) * edges_.indices.size();
+}
