@@ -4,10 +4,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <random>
+
+#include "quillo/gzip.h"
 
 namespace quillo {
 namespace {
@@ -31,41 +35,138 @@ bool writeAll(int fd, std::string_view contents) {
   return true;
 }
 
+std::string kindOf(mode_t mode) {
+  if (S_ISDIR(mode)) return "is a folder, not a file";
+  if (S_ISFIFO(mode)) return "is a pipe (FIFO), not a regular file; only regular files are read";
+  if (S_ISSOCK(mode)) return "is a socket, not a regular file; only regular files are read";
+  if (S_ISCHR(mode) || S_ISBLK(mode)) {
+    return "is a device, not a regular file; only regular files are read";
+  }
+  return "is not a regular file; only regular files are read";
+}
+
 void setError(std::string* error, const std::filesystem::path& file, const std::string& reason) {
   if (error) *error = file.string() + ": " + reason;
 }
 
+// Opens a regular file for reading. Anything else is refused before it is
+// opened: a FIFO would block in open() and a device such as /dev/zero never
+// ends. The descriptor is checked again after opening in case the name was
+// swapped in between.
+int openRegularFile(const std::filesystem::path& file, struct stat& info, std::string& why) {
+  if (::stat(file.c_str(), &info) != 0) {
+    why = systemReason();
+    return -1;
+  }
+  if (!S_ISREG(info.st_mode)) {
+    why = kindOf(info.st_mode);
+    return -1;
+  }
+  int fd = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+  if (fd < 0) {
+    why = systemReason();
+    return -1;
+  }
+  struct stat opened {};
+  if (::fstat(fd, &opened) != 0 || !S_ISREG(opened.st_mode) || opened.st_ino != info.st_ino ||
+      opened.st_dev != info.st_dev) {
+    why = "the file was replaced while it was opened";
+    ::close(fd);
+    return -1;
+  }
+  info = opened;
+  return fd;
+}
+
+// Reads up to `limit` bytes (or to the end) into `out`.
+bool readUpTo(int fd, std::size_t limit, std::string& out, std::string& why) {
+  out.clear();
+  char buffer[1 << 16];
+  while (out.size() < limit) {
+    const std::size_t wanted = std::min(sizeof buffer, limit - out.size());
+    const ssize_t got = ::read(fd, buffer, wanted);
+    if (got < 0) {
+      if (errno == EINTR) continue;
+      why = systemReason();
+      return false;
+    }
+    if (got == 0) break;
+    out.append(buffer, static_cast<std::size_t>(got));
+  }
+  return true;
+}
+
+std::size_t gDecompressedLimit = std::size_t{2} << 30;
+
 }  // namespace
+
+std::size_t maxDecompressedBytes() {
+  return gDecompressedLimit;
+}
+void setMaxDecompressedBytes(std::size_t limit) {
+  gDecompressedLimit = limit;
+}
 
 bool readWholeFile(const std::filesystem::path& file, std::string& out, ReadError* error) {
   auto fail = [&](const std::string& reason) {
     if (error) *error = ReadError{file.string(), 0, reason};
     return false;
   };
-  int fd = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return fail(systemReason());
   struct stat info {};
-  if (::fstat(fd, &info) != 0 || S_ISDIR(info.st_mode)) {
-    std::string reason = S_ISDIR(info.st_mode) ? "is a folder, not a file" : systemReason();
-    ::close(fd);
-    return fail(reason);
-  }
-  out.clear();
-  if (info.st_size > 0) out.reserve(static_cast<std::size_t>(info.st_size));
-  char buffer[1 << 16];
-  while (true) {
-    ssize_t got = ::read(fd, buffer, sizeof buffer);
-    if (got < 0) {
-      if (errno == EINTR) continue;
-      std::string reason = systemReason();
-      ::close(fd);
-      return fail(reason);
-    }
-    if (got == 0) break;
-    out.append(buffer, static_cast<std::size_t>(got));
-  }
+  std::string why;
+  const int fd = openRegularFile(file, info, why);
+  if (fd < 0) return fail(why);
+  const auto size = static_cast<std::size_t>(info.st_size);
+  std::string bytes;
+  bytes.reserve(size);
+  // One byte more than the size at opening tells a file that grew.
+  bool ok = readUpTo(fd, size + 1, bytes, why);
   ::close(fd);
+  if (!ok) return fail(why);
+  if (bytes.size() != size) {
+    return fail("the file changed while it was read (" + std::to_string(size) +
+                " bytes when opened, " +
+                (bytes.size() < size ? std::to_string(bytes.size()) + " bytes read"
+                                     : std::string("more when read")) +
+                "); nothing was read");
+  }
+  if (!isGzip(bytes)) {
+    out = std::move(bytes);
+    return true;
+  }
+  if (!gunzip(bytes, gDecompressedLimit, AtLimit::Refuse, out, why)) return fail(why);
   return true;
+}
+
+bool readFileStart(const std::filesystem::path& file, std::size_t count, std::string& out,
+                   ReadError* error) {
+  auto fail = [&](const std::string& reason) {
+    if (error) *error = ReadError{file.string(), 0, reason};
+    return false;
+  };
+  struct stat info {};
+  std::string why;
+  const int fd = openRegularFile(file, info, why);
+  if (fd < 0) return fail(why);
+  std::string bytes;
+  // Compressed data of this size inflates to at least `count` bytes unless
+  // the whole file is shorter.
+  const bool ok = readUpTo(fd, count + 64 * 1024, bytes, why);
+  ::close(fd);
+  if (!ok) return fail(why);
+  if (!isGzip(bytes)) {
+    out = bytes.substr(0, count);
+    return true;
+  }
+  // A short read ends the gzip data early; what was inflated is still the start.
+  gunzip(bytes, count, AtLimit::Stop, out, why);
+  return true;
+}
+
+std::filesystem::path withoutCompressionSuffix(const std::filesystem::path& file) {
+  std::string extension = file.extension().string();
+  for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return extension == ".gz" ? file.parent_path() / file.stem() : file;
 }
 
 bool writeWholeFile(const std::filesystem::path& file, std::string_view contents, WriteMode mode,
