@@ -131,6 +131,23 @@ TEST_F(FileLayer, DamagedOrOversizedGzipIsRefused) {
   quillo::setMaxDecompressedBytes(saved);
 }
 
+TEST_F(FileLayer, AtomicSaveKeepsModeAndLinksAndClearsLeftovers) {
+  const fs::path target = write("private.txt", "old\n");
+  fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write);
+  write(".private.txt.plexview-save-123", "left by a killed save");
+  write(".other.txt.plexview-save-123", "another file's");
+  fs::create_symlink("private.txt", folder_ / "link.txt");
+  std::string why;
+  ASSERT_TRUE(quillo::writeWholeFile(folder_ / "link.txt", "new\n", WriteMode::Atomic, &why))
+      << why;
+  EXPECT_TRUE(fs::is_symlink(folder_ / "link.txt"));
+  EXPECT_EQ(bytesOf(target), "new\n");
+  EXPECT_EQ(fs::status(target).permissions() & fs::perms::all,
+            fs::perms::owner_read | fs::perms::owner_write);
+  EXPECT_FALSE(fs::exists(folder_ / ".private.txt.plexview-save-123"));
+  EXPECT_TRUE(fs::exists(folder_ / ".other.txt.plexview-save-123"));
+}
+
 TEST(ReadErrorText, IsPrintableUtf8WhateverTheFileHeld) {
   const ReadError error{"na\xffme.net", 3, "'1\0x\x1b\xc3\xa9\xed\xa0\x80' is not a number"s};
   const std::string text = error.describe();

@@ -45,6 +45,31 @@ std::string kindOf(mode_t mode) {
   return "is not a regular file; only regular files are read";
 }
 
+// Temporary files of an atomic save of `target` are named ".NAME.plexview-save-"
+// and a number, hidden beside it; one a killed save left behind is removed
+// by the next save of the same file.
+std::string temporaryPrefix(const std::filesystem::path& target) {
+  std::string prefix(1, '.');
+  prefix.append(target.filename().string());
+  prefix.append(".plexview-save-");
+  return prefix;
+}
+
+void removeStaleTemporaries(const std::filesystem::path& target) {
+  const std::string prefix = temporaryPrefix(target);
+  std::error_code failed;
+  const std::filesystem::path folder =
+      target.parent_path().empty() ? std::filesystem::path(".") : target.parent_path();
+  for (std::filesystem::directory_iterator it(folder, failed), end; !failed && it != end;
+       it.increment(failed)) {
+    const std::string name = it->path().filename().string();
+    if (name.starts_with(prefix) &&
+        name.find_first_not_of("0123456789", prefix.size()) == std::string::npos) {
+      ::unlink(it->path().c_str());
+    }
+  }
+}
+
 void setError(std::string* error, const std::filesystem::path& file, const std::string& reason) {
   if (error) *error = file.string() + ": " + reason;
 }
@@ -187,14 +212,31 @@ bool writeWholeFile(const std::filesystem::path& file, std::string_view contents
     return ok;
   }
 
+  // A link is kept: the file it points to is replaced.
+  std::error_code failed;
+  std::filesystem::path target = file;
+  if (std::filesystem::is_symlink(file, failed)) {
+    target = std::filesystem::weakly_canonical(file, failed);
+    if (failed) {
+      setError(error, file, failed.message());
+      return false;
+    }
+  }
+  removeStaleTemporaries(target);
   // The temporary name carries a random suffix so two writers never collide.
   std::random_device device;
-  std::filesystem::path temporary = file;
-  temporary += ".tmp-" + std::to_string(device());
+  const std::filesystem::path temporary =
+      target.parent_path() / (temporaryPrefix(target) + std::to_string(device() % 1000000000u));
   int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
   if (fd < 0) {
     setError(error, file, systemReason());
     return false;
+  }
+  // The replacement keeps the permissions of the file it replaces (a private
+  // 0600 file stays private).
+  struct stat old {};
+  if (::stat(target.c_str(), &old) == 0 && S_ISREG(old.st_mode)) {
+    ::fchmod(fd, old.st_mode & 07777);
   }
   bool ok = writeAll(fd, contents) && ::fsync(fd) == 0;
   std::string reason = ok ? std::string() : systemReason();
@@ -202,7 +244,7 @@ bool writeWholeFile(const std::filesystem::path& file, std::string_view contents
     ok = false;
     reason = systemReason();
   }
-  if (ok && std::rename(temporary.c_str(), file.c_str()) != 0) {
+  if (ok && std::rename(temporary.c_str(), target.c_str()) != 0) {
     ok = false;
     reason = systemReason();
   }

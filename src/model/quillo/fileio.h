@@ -30,8 +30,11 @@ std::size_t maxDecompressedBytes();
 void setMaxDecompressedBytes(std::size_t limit);
 
 // Writes `contents` to `file`. In Atomic mode the text goes to a temporary file
-// in the same folder that is flushed and renamed over the target; on any
-// failure the temporary file is removed and the target is left as it was.
+// in the same folder (".NAME.plexview-save-N") that is flushed and renamed
+// over the target; on any failure the temporary file is removed and the target
+// is left as it was. The new file keeps the old one's permissions, a symbolic
+// link stays a link (the file it points to is replaced), and temporaries a
+// killed save of the same file left behind are removed.
 // Answers false with a reason in `error` (which may be null) on failure.
 bool writeWholeFile(const std::filesystem::path& file, std::string_view contents, WriteMode mode,
                     std::string* error);
