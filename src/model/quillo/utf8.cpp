@@ -97,6 +97,22 @@ bool isValidUtf8(std::string_view text) {
   return true;
 }
 
+std::string validUtf8(std::string_view text) {
+  std::string out;
+  out.reserve(text.size() + 8);
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t length = sequenceLength(text, i);
+    if (length == 0) {
+      out += "\xEF\xBF\xBD";
+      ++i;
+    } else {
+      out.append(text.substr(i, length));
+      i += length;
+    }
+  }
+  return out;
+}
+
 std::string printable(std::string_view text, std::size_t limit) {
   std::string out;
   out.reserve(text.size() < 256 ? text.size() + 8 : 256);

@@ -11,6 +11,10 @@ namespace quillo {
 // or code points beyond U+10FFFF.
 bool isValidUtf8(std::string_view text);
 
+// `text` with each byte that is not part of well-formed UTF-8 replaced by
+// U+FFFD (text that is already UTF-8 comes back unchanged).
+std::string validUtf8(std::string_view text);
+
 // `text` with every byte that is not part of well-formed UTF-8, and every
 // control character (below U+0020, and DEL), written as \xNN. The result is
 // valid UTF-8 and shows a NUL byte instead of ending at it. When `limit` is
