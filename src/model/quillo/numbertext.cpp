@@ -117,6 +117,12 @@ std::optional<float> parseFloat(std::string_view token) {
   return parseFloating<float>(token);
 }
 FiniteFloat parseFiniteFloat(std::string_view token) {
+  // The common case in one parse; the double parse only tells apart what the
+  // float parse refused.
+  if (const std::optional<float> exact = parseFloating<float>(token)) {
+    if (std::isfinite(*exact)) return {*exact, FloatProblem::None};
+    return {0.0f, FloatProblem::NotFinite};
+  }
   const std::optional<double> wide = parseFloating<double>(token);
   if (!wide) {
     // Text beyond the double range ("1e999") is still a number, only too big.
@@ -127,12 +133,8 @@ FiniteFloat parseFiniteFloat(std::string_view token) {
   }
   if (!std::isfinite(*wide)) return {0.0f, FloatProblem::NotFinite};
   if (std::fabs(*wide) > static_cast<double>(std::numeric_limits<float>::max())) {
-    // Doubles that round to the largest float are still in range.
-    const float narrow = parseFloating<float>(token).value_or(0.0f);
-    if (!std::isfinite(narrow) || narrow == 0.0f) return {0.0f, FloatProblem::OutOfRange};
-    return {narrow, FloatProblem::None};
+    return {0.0f, FloatProblem::OutOfRange};
   }
-  if (auto exact = parseFloating<float>(token)) return {*exact, FloatProblem::None};
   return {static_cast<float>(*wide), FloatProblem::None};  // below the float range
 }
 
