@@ -146,13 +146,20 @@ bool readWholeFile(const std::filesystem::path& file, std::string& out, ReadErro
   bytes.reserve(size);
   // One byte more than the size at opening tells a file that grew.
   bool ok = readUpTo(fd, size + 1, bytes, why);
+  // A file rewritten in place to the same size shows in its times.
+  struct stat after {};
+  const bool rewritten =
+      ok && ::fstat(fd, &after) == 0 &&
+      (after.st_size != info.st_size || after.st_mtim.tv_sec != info.st_mtim.tv_sec ||
+       after.st_mtim.tv_nsec != info.st_mtim.tv_nsec);
   ::close(fd);
   if (!ok) return fail(why);
-  if (bytes.size() != size) {
+  if (bytes.size() != size || rewritten) {
     return fail("the file changed while it was read (" + std::to_string(size) +
                 " bytes when opened, " +
-                (bytes.size() < size ? std::to_string(bytes.size()) + " bytes read"
-                                     : std::string("more when read")) +
+                (bytes.size() < size   ? std::to_string(bytes.size()) + " bytes read"
+                 : bytes.size() > size ? std::string("more when read")
+                                       : std::to_string(after.st_size) + " bytes after") +
                 "); nothing was read");
   }
   if (!isGzip(bytes)) {
