@@ -184,6 +184,22 @@ TEST(PajekErrors, EachFaultNamesItsLine) {
   }
 }
 
+TEST(PajekReading, NetworkNameIsTheTitleAndWrittenBack) {
+  for (const auto& [text, title] : std::vector<std::pair<std::string, std::string>>{
+           {"A title line\n*Network  \"Karate club\"  \n*Edges\n1 2\n", "Karate club"},
+           {"*network Caf\xe9\r\n*Edges\n1 2\n", "Caf\xc3\xa9"},
+           {"*Edges\n1 2\n*Network later\n", ""},
+       }) {
+    auto network = readText(text);
+    ASSERT_TRUE(network);
+    EXPECT_EQ(network->title(), title);
+    auto back = readText(plexora::pajekText(*network));
+    ASSERT_TRUE(back);
+    EXPECT_EQ(back->title(), title);
+    EXPECT_EQ(network->largestConnectedSubNetwork()->title(), title);
+  }
+}
+
 TEST(PajekErrors, UndeclaredVertexNumbersStopAtTheLimit) {
   const std::uint64_t saved = plexora::maxReadVertices();
   plexora::setMaxReadVertices(100);

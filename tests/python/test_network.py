@@ -194,7 +194,7 @@ class FileTest(ScratchFolderTestCase):
                     path, ", line %d" % line if line else "", caught.exception.reason))
 
     def test_compressed_and_utf16_files_read_like_plain_utf8(self):
-        text = '*Vertices 2\n1 "\u00e9t\u00e9"\n2 "caf\xe9"\n*Arcs\n1 2 0.5\n'
+        text = '*Network Zo\u00eb\n*Vertices 2\n1 "\u00e9t\u00e9"\n2 "caf\xe9"\n*Arcs\n1 2 0.5\n'
         with open(self.path("plain.net"), "wb") as out:
             out.write(text.encode("utf-8"))
         with gzip.open(self.path("packed.net.gz"), "wb") as out:
@@ -208,6 +208,7 @@ class FileTest(ScratchFolderTestCase):
                 network = plexview.openNetworkFile(self.path(name))
                 self.assertEqual(network.countEdges(), 1)
                 self.assertEqual(network.propertiesOfVertices()["Name"], ["\u00e9t\u00e9", "caf\xe9"])
+                self.assertEqual(network.title(), "Zo\u00eb")
 
 
 class GilFreeTest(ScratchFolderTestCase):

@@ -122,6 +122,7 @@ class PajekParser {
     if (next == Section::Network) {
       if (seenContent_) return Step::Stop;
       seenContent_ = true;
+      setTitle(header.substr(length));
       section_ = Section::Preamble;
       return Step::Go;
     }
@@ -147,6 +148,16 @@ class PajekParser {
     seenContent_ = true;
     section_ = next;
     return Step::Go;
+  }
+
+  // "*Network NAME": the name, without blanks around it or quotes.
+  void setTitle(std::string_view rest) {
+    rest = pajek::trimLeft(rest);
+    while (!rest.empty() && pajek::isBlank(rest.back())) rest.remove_suffix(1);
+    if (rest.size() >= 2 && rest.front() == '"' && rest.back() == '"') {
+      rest = rest.substr(1, rest.size() - 2);
+    }
+    pajek::assignAsUtf8(title_, rest);
   }
 
   // A header cut short ("*Vert") would otherwise start a skipped section and
@@ -357,6 +368,7 @@ class PajekParser {
     data.directed = directed_;
     data.edgeWeighted = weighted_;
     data.vertexWeighted = false;
+    data.title = std::move(title_);
     vertices_.moveInto(data.verticesCount, data.properties);
     std::string why;
     auto network = QLONetwork::make(std::move(data), &why);
@@ -415,6 +427,7 @@ class PajekParser {
   Section section_ = Section::Preamble;
   bool seenHeader_ = false;
   bool seenContent_ = false;          // a header other than a first *Network was seen
+  std::string title_;                 // from *Network
   std::uint64_t firstStrayLine_ = 0;  // the first line outside any section
 
   bool declared_ = false;  // *Vertices n was read

@@ -83,6 +83,7 @@ QLONetwork::QLONetwork(NetworkData&& data)
       directed_(data.directed),
       edgeWeighted_(data.edgeWeighted),
       vertexWeighted_(data.vertexWeighted),
+      title_(std::move(data.title)),
       properties_(std::move(data.properties)) {
   // Moving a vector keeps its buffer, so the public pointers taken above stay
   // valid for the members that now own the storage.

@@ -28,6 +28,7 @@ struct NetworkData {
   bool edgeWeighted = false;
   bool vertexWeighted = false;
   PropertyTable properties;
+  std::string title;  // the network's own name in its file, if it has one
 };
 
 class QLONetwork : public std::enable_shared_from_this<QLONetwork> {
@@ -66,6 +67,8 @@ class QLONetwork : public std::enable_shared_from_this<QLONetwork> {
   bool isDirected() const { return directed_; }
   bool isEdgeWeighted() const { return edgeWeighted_; }
   bool isVertexWeighted() const { return vertexWeighted_; }
+  // The name the file gave the network (Pajek's "*Network NAME"), or "".
+  const std::string& title() const { return title_; }
 
   // Per-vertex measures as fresh arrays of V doubles. A self-loop counts twice
   // at its vertex. For an undirected network the in-measures equal the plain
@@ -112,6 +115,7 @@ class QLONetwork : public std::enable_shared_from_this<QLONetwork> {
   bool directed_;
   bool edgeWeighted_;
   bool vertexWeighted_;
+  const std::string title_;
 
   mutable std::mutex propertiesMutex_;
   PropertyTable properties_;
