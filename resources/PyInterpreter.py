@@ -231,7 +231,10 @@ def renderFile(file, output, iterations=200, width=800, height=600, colorBy=""):
         layOut(view, iterations, os.path.basename(file))
         write(width, height, controller.viewLineWidth())
     except (BatchError, plexview.ReadError, OSError, RuntimeError) as error:
-        sys.stderr.write("plexview: %s\n" % error)
+        sys.stderr.write("plexview: %s\n" % (str(error) or "%s: %s" % (file, type(error).__name__)))
+        return 1
+    except MemoryError:
+        sys.stderr.write("plexview: %s: not enough memory to lay out and draw the network\n" % file)
         return 1
     print(output)
     return 0

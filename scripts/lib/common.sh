@@ -5,7 +5,7 @@
 PLEXVIEW_PACKAGES=(
   cmake ninja-build g++ pkg-config
   googletest libgtest-dev libbenchmark-dev
-  libpugixml-dev libtbb-dev
+  libpugixml-dev libtbb-dev zlib1g-dev
   python3 python3-dev pybind11-dev python3-numpy
   python3-igraph python3-networkx
   qt6-base-dev libqt6opengl6-dev libgl-dev libglu1-mesa-dev freeglut3-dev

@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
 #include <utility>
+
+#include "quillo/fileio.h"
 
 namespace app {
 namespace {
@@ -68,16 +67,11 @@ std::vector<std::string> extensionsForType(std::string_view type) {
 }
 
 std::optional<std::string> typeOfFile(const std::filesystem::path& file, ReadError& error) {
-  std::ifstream in(file, std::ios::binary);
-  std::error_code ignored;
-  const int code = !in ? errno : std::filesystem::is_directory(file, ignored) ? EISDIR : 0;
-  if (code != 0 || !in) {
-    error.file = file.string();
-    error.line = 0;
-    error.message = std::strerror(code != 0 ? code : EIO);
-    return std::nullopt;
-  }
-  std::string extension = lowerCase(file.extension().string());
+  // Reading the start also checks that the file can be read at all; a
+  // compressed file is judged by its inflated text.
+  std::string head;
+  if (!quillo::readFileStart(file, 512, head, &error)) return std::nullopt;
+  std::string extension = lowerCase(quillo::withoutCompressionSuffix(file).extension().string());
   if (!extension.empty()) extension.erase(0, 1);
   for (const Extensions& e : kExtensions) {
     if (std::find(e.names.begin(), e.names.end(), extension) != e.names.end() &&
@@ -86,9 +80,6 @@ std::optional<std::string> typeOfFile(const std::filesystem::path& file, ReadErr
     }
   }
   // Not one of our names: the content decides.
-  std::string head(512, '\0');
-  in.read(head.data(), static_cast<std::streamsize>(head.size()));
-  head.resize(static_cast<std::size_t>(in.gcount()));
   std::size_t i = head.rfind("\xEF\xBB\xBF", 0) == 0 ? 3 : 0;
   while (i < head.size() && std::isspace(static_cast<unsigned char>(head[i]))) ++i;
   const bool xml = i < head.size() && head[i] == '<';

@@ -19,11 +19,11 @@ inline constexpr std::string_view kPajekNetworkType = "com.tarnwell.pajekNetwork
 // What every file's type conforms to.
 inline constexpr std::string_view kDataType = "public.data";
 
-// The type of the file at `file`: by its extension (case-insensitive) when it
-// is one of ours, otherwise by its first character that is not white space
-// (after a UTF-8 byte order mark): '<' for the native type, anything else
-// Pajek. Nothing, with the file and the system's reason in `error`, when the
-// file cannot be read.
+// The type of the file at `file`: by its extension (case-insensitive, under a
+// ".gz" ending for compressed files) when it is one of ours, otherwise by its first character that
+// is not white space (after a UTF-8 byte order mark): '<' for the native type, anything else Pajek.
+// Nothing, with the file and the reason in `error`, when the file cannot be read (it is missing,
+// unreadable, or not a regular file).
 std::optional<std::string> typeOfFile(const std::filesystem::path& file, ReadError& error);
 
 // Whether `type` is `parent` or lies below it in the type tree. Unknown

@@ -3,40 +3,35 @@
 //
 //   plexview-summary [--random N K | --barabasi N K] [--seed S] [FILE...]
 #include <algorithm>
+#include <cctype>
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <new>
 #include <string>
 #include <vector>
 
 #include "plexora/QLONetwork.h"
 #include "plexora/QLORandomGenerator.h"
+#include "quillo/fileio.h"
 #include "quillo/numbertext.h"
 
 namespace {
 
-bool looksLikeXml(const std::filesystem::path& file) {
-  FILE* f = std::fopen(file.c_str(), "rb");
-  if (!f) return false;
-  char head[256] = {};
-  std::size_t n = std::fread(head, 1, sizeof head - 1, f);
-  std::fclose(f);
-  for (std::size_t i = 0; i < n; ++i) {
-    if (head[i] == '<') return true;
-    if (head[i] != ' ' && head[i] != '\n' && head[i] != '\r' && head[i] != '\t' &&
-        static_cast<unsigned char>(head[i]) < 0x80) {
-      return false;
-    }
-  }
-  return false;
-}
-
+// By the extension (under a ".gz" ending), else by the first character that
+// is not white space: '<' for GraphML, anything else Pajek.
 QLONetwork::Ptr readNetwork(const std::filesystem::path& file, ReadError& error) {
-  const std::string ext = file.extension().string();
+  std::string head;
+  if (!quillo::readFileStart(file, 512, head, &error)) return nullptr;
+  std::string ext = quillo::withoutCompressionSuffix(file).extension().string();
+  for (char& c : ext) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
   if (ext == ".net" || ext == ".paj" || ext == ".pajek") {
     return QLONetwork::initWithContentsOfPajekURL(file, &error);
   }
-  if (ext == ".graphml" || ext == ".xml" || looksLikeXml(file)) {
+  const std::size_t first = head.find_first_not_of(" \t\r\n");
+  const bool xml =
+      first != std::string::npos && (head[first] == '<' || head.starts_with("\xEF\xBB\xBF<"));
+  if (ext == ".graphml" || ext == ".xml" || xml) {
     return QLONetwork::initWithContentsOfURL(file, &error);
   }
   return QLONetwork::initWithContentsOfPajekURL(file, &error);
@@ -118,28 +113,39 @@ int main(int argc, char** argv) {
   }
   int status = 0;
   if (!generator.empty()) {
-    auto start = std::chrono::steady_clock::now();
-    auto network = generator == "random"
-                       ? QLONetwork::initRandomNetworkWithNumberOfVertices(vertices, degree)
-                       : QLONetwork::initBarabasiNetworkWitNumberOfVertices(
-                             vertices, static_cast<std::uint64_t>(degree));
-    double seconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    char title[128];
-    std::snprintf(title, sizeof title, "generated %s network (%llu vertices, degree %g) in %.3f s",
-                  generator.c_str(), static_cast<unsigned long long>(vertices), degree, seconds);
-    summarise(title, *network);
+    try {
+      auto start = std::chrono::steady_clock::now();
+      auto network = generator == "random"
+                         ? QLONetwork::initRandomNetworkWithNumberOfVertices(vertices, degree)
+                         : QLONetwork::initBarabasiNetworkWitNumberOfVertices(
+                               vertices, static_cast<std::uint64_t>(degree));
+      double seconds =
+          std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+      char title[128];
+      std::snprintf(title, sizeof title,
+                    "generated %s network (%llu vertices, degree %g) in %.3f s", generator.c_str(),
+                    static_cast<unsigned long long>(vertices), degree, seconds);
+      summarise(title, *network);
+    } catch (const std::bad_alloc&) {
+      std::fprintf(stderr,
+                   "plexview-summary: not enough memory for a %s network of %llu vertices\n",
+                   generator.c_str(), static_cast<unsigned long long>(vertices));
+      return 1;
+    }
   }
   for (const auto& file : files) {
     ReadError error;
-    auto network = readNetwork(file, error);
-    if (!network) {
-      std::fflush(stdout);
-      std::fprintf(stderr, "plexview-summary: %s\n", error.describe().c_str());
-      status = 1;
-      continue;
+    try {
+      if (auto network = readNetwork(file, error)) {
+        summarise(file, *network);
+        continue;
+      }
+    } catch (const std::bad_alloc&) {
+      error = ReadError{file, 0, "not enough memory to read and summarise the network"};
     }
-    summarise(file, *network);
+    std::fflush(stdout);
+    std::fprintf(stderr, "plexview-summary: %s\n", error.describe().c_str());
+    status = 1;
   }
   return status;
 }

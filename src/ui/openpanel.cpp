@@ -7,7 +7,7 @@
 namespace ui {
 
 QStringList networkFileFilters() {
-  return {QStringLiteral("Networks (*.graphml *.xml *.net *.paj)"),
+  return {QStringLiteral("Networks (*.graphml *.xml *.net *.paj *.pajek *.gz)"),
           QStringLiteral("All files (*)")};
 }
 

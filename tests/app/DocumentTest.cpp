@@ -1,5 +1,6 @@
 // Documents without widgets; windows, the open panel and alerts are fakes.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
@@ -35,6 +36,12 @@ const fs::path kForeign = fs::path(PLEXVIEW_TEST_DATA) / "graphml" / "other-tool
 
 using testing_support::processEventsUntil;
 
+// "<graphml/>" compressed with gzip.
+const std::string kGzipGraphml(
+    "\x1f\x8b\x08\x00\x00\x00\x00\x00\x02\x03\xb3\x49\x2f\x4a\x2c\xc8\xc8\xcd\xd1\xb7"
+    "\x03\x00\x00\x3e\x6f\x93\x0a\x00\x00\x00",
+    30);
+
 TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
   const ScratchFolder scratch;
   const fs::path& folder = scratch.path();
@@ -50,6 +57,9 @@ TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
       {"plain", " \r\n\t<?xml version=\"1.0\"?><graphml/>", native},
       {"bom.txt", "\xEF\xBB\xBF<graphml/>", native},
       {"empty", "", pajek},
+      // Compressed: the extension under ".gz", else the inflated content.
+      {"c.net.gz", kGzipGraphml, pajek},
+      {"d.gz", kGzipGraphml, native},
   };
   for (const Case& c : cases) {
     scratch.write(c.name, c.contents);
@@ -62,6 +72,10 @@ TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
   EXPECT_FALSE(app::typeOfFile(folder / "missing.net", error));
   EXPECT_EQ(error.file, (folder / "missing.net").string());
   EXPECT_FALSE(error.message.empty());
+  // A FIFO is refused at once, never opened (which would wait for a writer).
+  ASSERT_EQ(::mkfifo((folder / "pipe.net").c_str(), 0600), 0);
+  EXPECT_FALSE(app::typeOfFile(folder / "pipe.net", error));
+  EXPECT_NE(error.message.find("pipe"), std::string::npos) << error.message;
 
   EXPECT_TRUE(app::typeConformsTo(app::kPajekNetworkType, "public.text"));
   EXPECT_FALSE(app::typeConformsTo(app::kComplexNetworkType, app::kPajekNetworkType));

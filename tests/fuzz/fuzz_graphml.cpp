@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "fuzz_checks.h"
 #include "plexora/QLONetwork.h"
 #include "plexora/formats.h"
 
@@ -21,17 +22,11 @@ bool sameShape(const QLONetwork& a, const QLONetwork& b) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const bool limited = [] {
-    plexora::setMaxReadVertices(100000);
-    return true;
-  }();
-  (void)limited;
-
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   ReadError error;
   auto network = plexora::readGraphml(text, "fuzz", &error);
   if (!network) {
-    if (error.message.empty()) std::abort();
+    fuzzing::requireReason(error);
     return 0;
   }
   const std::string first = plexora::graphmlText(*network);

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "fuzz_checks.h"
 #include "quillo/QLONumberArray.h"
 #include "quillo/QLOVector3dArray.h"
 
@@ -29,10 +30,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (std::uint64_t i = 0; i < numbers->count(); ++i) {
       if (!sameFloat(back->data<float>()[i], numbers->data<float>()[i])) std::abort();
     }
-  } else if (error.message.empty()) {
-    std::abort();
+  } else {
+    fuzzing::requireReason(error);
   }
   if (auto vectors = QLOVector3dArray::initWithText(text, Precision::Float, "fuzz", &error)) {
+    fuzzing::requireFinite(*vectors);
     auto back = QLOVector3dArray::initWithText(vectors->text(), Precision::Float, "again", &error);
     if (!back || back->count() != vectors->count()) std::abort();
     for (std::uint64_t i = 0; i < vectors->count(); ++i) {
@@ -42,8 +44,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         std::abort();
       }
     }
-  } else if (error.message.empty()) {
-    std::abort();
+  } else {
+    fuzzing::requireReason(error);
   }
   return 0;
 }

@@ -155,13 +155,18 @@ TEST(NumberArray, ReaderToleratesLayoutAndRejectsGarbage) {
   struct Case {
     const char* text;
     std::uint64_t line;
+    const char* reason;
   };
-  for (Case c : {Case{"1\n2\nx\n", 3}, Case{"1 2\n", 1}, Case{"\n\n1e99999\n", 3}}) {
+  // NaN and infinities are values of a number property; a finite value a float
+  // cannot hold is an error, not an infinity.
+  for (Case c : {Case{"1\n2\nx\n", 3, "'x' is not a number"}, Case{"1 2\n", 1, "found 2"},
+                 Case{"\n\n1e99999\n", 3, "'1e99999' is not a number"},
+                 Case{"nan\n-inf\n1e39\n", 3, "'1e39' is out of range for a 32-bit float"}}) {
     error = {};
     EXPECT_FALSE(QLONumberArray::initWithText(c.text, NumberType::Float, "colours.txt", &error));
     EXPECT_EQ(error.line, c.line) << c.text;
     EXPECT_EQ(error.file, "colours.txt");
-    EXPECT_NE(error.describe().find("line " + std::to_string(c.line)), std::string::npos);
+    EXPECT_NE(error.message.find(c.reason), std::string::npos) << error.message;
   }
   error = {};
   EXPECT_FALSE(
@@ -234,11 +239,26 @@ TEST(Vector3dArray, FileRoundTripIsExact) {
 TEST(Vector3dArray, ReaderErrorsNameTheLine) {
   ReadError error;
   EXPECT_TRUE(QLOVector3dArray::initWithText("1 2 3\n\n4\t5 6\r\n", Precision::Float, "p", &error));
-  for (auto [text, line] : std::vector<std::pair<std::string, std::uint64_t>>{
-           {"1 2 3\n1 2\n", 2}, {"1 2 3 4\n", 1}, {"1 2 z\n", 1}, {"\n\n\n1 nanx 2\n", 4}}) {
+  struct Case {
+    std::string text;
+    std::uint64_t line;
+    std::string reason;
+  };
+  // Positions and colours must be finite: the layout would keep a NaN for ever.
+  for (const Case& c : std::vector<Case>{
+           {"1 2 3\n1 2\n", 2, "found 2 fields"},
+           {"1 2 3 4\n", 1, "found 4 fields"},
+           {"1 2 z\n", 1, "'z' is not a number"},
+           {"\n\n\n1 nanx 2\n", 4, "'nanx' is not a number"},
+           {"1 2 3\nnan 0 0\n", 2, "'nan' is not a finite number"},
+           {"0 -Infinity 0\n", 1, "'-Infinity' is not a finite number"},
+           {"0 0 1e39\n", 1, "'1e39' is out of range for a 32-bit float"},
+       }) {
     error = {};
-    EXPECT_FALSE(QLOVector3dArray::initWithText(text, Precision::Float, "p.txt", &error)) << text;
-    EXPECT_EQ(error.line, line) << text;
+    EXPECT_FALSE(QLOVector3dArray::initWithText(c.text, Precision::Float, "p.txt", &error))
+        << c.text;
+    EXPECT_EQ(error.line, c.line) << c.text;
+    EXPECT_NE(error.message.find(c.reason), std::string::npos) << error.message;
   }
 }
 

@@ -1,10 +1,13 @@
 // Replays hostile inputs kept under tests/fuzz/regressions (adversarial sizes,
-// entity expansion, deep nesting, binary bytes, and anything a fuzzer ever
-// found). Each must either read, and then survive a write and a second read,
-// or be refused with a message.
+// entity expansion, deep nesting, binary bytes, text that is not UTF-8,
+// non-finite numbers, damaged gzip, and anything a fuzzer ever found) at the
+// readers' real limits. Each must either read, hand out only finite
+// positions and survive a write and a second read, or be refused with a
+// printable reason.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 
 #include "plexora/QLONetwork.h"
@@ -12,6 +15,7 @@
 #include "quillo/QLONumberArray.h"
 #include "quillo/QLOVector3dArray.h"
 #include "quillo/fileio.h"
+#include "quillo/utf8.h"
 
 namespace fs = std::filesystem;
 
@@ -35,6 +39,19 @@ std::string contents(const fs::path& file) {
   return text;
 }
 
+void expectReason(const ReadError& error) {
+  EXPECT_FALSE(error.message.empty());
+  EXPECT_TRUE(quillo::isValidUtf8(error.describe())) << error.describe();
+}
+
+void expectFinite(const PropertyValue& value) {
+  const auto* vectors = std::get_if<std::shared_ptr<QLOVector3dArray>>(&value);
+  if (!vectors) return;
+  for (std::uint64_t i = 0; i < (*vectors)->count(); ++i) {
+    for (double c : (*vectors)->vectorAtIndex(i)) EXPECT_TRUE(std::isfinite(c)) << i;
+  }
+}
+
 template <class Read, class Write>
 void replay(const std::string& reader, Read read, Write write) {
   for (const auto& file : inputs(reader)) {
@@ -42,9 +59,10 @@ void replay(const std::string& reader, Read read, Write write) {
     ReadError error;
     auto network = read(contents(file), error);
     if (!network) {
-      EXPECT_FALSE(error.message.empty());
+      expectReason(error);
       continue;
     }
+    expectFinite(network->propertyForKey("Position"));
     ReadError again;
     auto back = read(write(*network), again);
     ASSERT_TRUE(back) << again.describe();
@@ -56,21 +74,17 @@ void replay(const std::string& reader, Read read, Write write) {
 }  // namespace
 
 TEST(FuzzRegressions, PajekInputs) {
-  plexora::setMaxReadVertices(100000);
   replay(
       "pajek",
       [](const std::string& text, ReadError& e) { return plexora::readPajek(text, "input", &e); },
       [](const QLONetwork& n) { return plexora::pajekText(n); });
-  plexora::setMaxReadVertices(std::uint64_t{1} << 28);
 }
 
 TEST(FuzzRegressions, GraphmlInputs) {
-  plexora::setMaxReadVertices(100000);
   replay(
       "graphml",
       [](const std::string& text, ReadError& e) { return plexora::readGraphml(text, "input", &e); },
       [](const QLONetwork& n) { return plexora::graphmlText(n); });
-  plexora::setMaxReadVertices(std::uint64_t{1} << 28);
 }
 
 TEST(FuzzRegressions, TextArrayInputs) {
@@ -79,11 +93,34 @@ TEST(FuzzRegressions, TextArrayInputs) {
     std::string text = contents(file);
     ReadError error;
     if (!QLONumberArray::initWithText(text, NumberType::Float, "input", &error)) {
-      EXPECT_FALSE(error.message.empty());
+      expectReason(error);
     }
     error = {};
-    if (!QLOVector3dArray::initWithText(text, Precision::Float, "input", &error)) {
-      EXPECT_FALSE(error.message.empty());
+    if (auto vectors = QLOVector3dArray::initWithText(text, Precision::Float, "input", &error)) {
+      expectFinite(vectors);
+    } else {
+      expectReason(error);
+    }
+  }
+}
+
+// Read by path, through the file layer (gzip, size checks), by every reader.
+TEST(FuzzRegressions, FileInputs) {
+  for (const auto& file : inputs("files")) {
+    SCOPED_TRACE(file.string());
+    ReadError error;
+    if (auto network = QLONetwork::initWithContentsOfPajekURL(file, &error)) {
+      expectFinite(network->propertyForKey("Position"));
+    } else {
+      expectReason(error);
+    }
+    if (!QLONumberArray::initWithContentsOfURL(file, NumberType::Float, &error)) {
+      expectReason(error);
+    }
+    if (auto vectors = QLOVector3dArray::initWithContentsOfURL(file, Precision::Float, &error)) {
+      expectFinite(vectors);
+    } else {
+      expectReason(error);
     }
   }
 }

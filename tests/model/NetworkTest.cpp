@@ -103,6 +103,17 @@ TEST(Network, PropertyTableKeepsOrderAndChecksCounts) {
   EXPECT_EQ(network->keysForPropertiesOfVertices(),
             (std::vector<std::string>{"Name", "Position", "w"}));
   EXPECT_EQ(std::get<std::shared_ptr<TextList>>(network->propertyForKey("Name")), other);
+
+  // Text is always UTF-8 in the network (Python and the views show it); the
+  // caller's list is not touched.
+  auto bytes = std::make_shared<TextList>(TextList{"ok", "a\xaf", "\xed\xa0\x80", "\xc3"});
+  EXPECT_TRUE(network->setPropertiesOfVertices(bytes, "raw"));
+  EXPECT_EQ(*std::get<std::shared_ptr<TextList>>(network->propertyForKey("raw")),
+            (TextList{"ok", "a\uFFFD", "\uFFFD\uFFFD\uFFFD", "\uFFFD"}));
+  EXPECT_EQ((*bytes)[1], "a\xaf");
+  NetworkData data = smallData(false);
+  data.properties.emplace_back("Name", bytes);
+  EXPECT_EQ(QLONetwork::make(std::move(data))->vertexName(1), "a\uFFFD");
 }
 
 TEST(Network, VerticesAnswerNameDegreeAndProperties) {

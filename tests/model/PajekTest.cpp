@@ -1,5 +1,6 @@
 // Reading and writing Pajek text, and the plain edge list.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -54,6 +55,7 @@ QLONetwork::Ptr makeNetwork(std::uint64_t vertices, std::vector<Edge> edges,
 }
 
 using testing_support::describe;
+using namespace std::string_literals;
 
 // ---------------------------------------------------------------------------
 // Reading
@@ -73,6 +75,8 @@ TEST(PajekReading, DocumentsReadAsDescribed) {
        "*Project\n*Vertices 9\n1 \"x\"\n*Arcs\n1 9\n",
        "2 undirected | 0-1"},
       {"*Network a\n*Edges\n1 2\n*Network b\n*Arcs\n1 7\n", "2 undirected | 0-1"},
+      // A title or notes before the first header, or under *Network, are passed over.
+      {"Zachary's karate club\n1 2 3\n*Network karate\nnotes\n*Edges\n1 2\n", "2 undirected | 0-1"},
       // Without *Vertices the largest vertex number is the count; edges before
       // *Vertices are checked when it comes.
       {"*Arcs\n3 7\n2 1\n", "7 directed | 2-6 1-0"},
@@ -104,8 +108,8 @@ TEST(PajekReading, DocumentsReadAsDescribed) {
       {"*Edges\n1 2 3.5\n2 3\n", "3 undirected weighted | 0-1:3.5 1-2:1"},
       {"*Arcs\n1 2 heavy\n2 1 c Red\n", "2 directed | 0-1 1-0"},
       {"*Arcslist\n1 2\n*Edges\n1 2 0.5\n", "2 directed weighted | 0-1:1 0-1:0.5"},
-      {"*Edges\n1 2 1e39\n1 2 -1e39\n1 2 1e-50\n1 2 1e999\n",
-       "2 undirected weighted | 0-1:inf 0-1:-inf 0-1:0 0-1:1"},
+      {"*Edges\n1 2 3.4028235e38\n1 2 1e-50\n1 2 heavy\n",
+       "2 undirected weighted | 0-1:3.4028235e+38 0-1:0 0-1:1"},
   };
   for (const auto& [text, expected] : cases) {
     auto network = readText(text);
@@ -145,15 +149,31 @@ TEST(PajekErrors, EachFaultNamesItsLine) {
       {"*Arcs\n1\n", 2, "needs two vertex numbers"},
       {"*Arcslist\n1 2 three\n", 2, "'three' is not a vertex number"},
       {"*Vertices 300000000\n", 1, "is above the limit of"},
+      // Few bytes cannot declare many vertices, nor make labels for all of them.
+      {"*Vertices 268435456\n1 a\n", 1,
+       "declares 268435456 vertices, but a file of this size may declare at most 10000384"},
+      {"*Vertices 10000000\n1 a\n", 1, "the labels and attributes of 10000000 vertices need 305"},
+      {"*Edges\n1 10000300\n", 2, "vertex 10000300 is outside 1..10000288"},
       {"% c\n*Vertices 99999999999999999999\n", 2, "vertex count 99999999999999999999"},
       {"*Vertices many\n", 1, "'many' is not a vertex count"},
       {"*Matrix\n0 1\n", 1, "*Matrix needs a *Vertices line"},
       {"*Vertices 3\n%\n*Matrix\n0 1 0\n0 0\n*Edges\n", 3, "the matrix ends after 5 numbers"},
       {"*Vertices 2\n*Matrix\n0 1\n0 0\n1\n", 5, "more than 2 rows"},
-      {"1 2\n*Edges\n", 1, "is not in a section"},
+      {"title\n1 2\n", 1, "no section header"},
+      {"*Vert 2\n1 a\n", 1, "*Vert is not a section header; is it *Vertices cut short?"},
+      {"*\n", 1, "needs a name"},
+      // Numbers the layout cannot use are refused, with what the file said.
+      {"*Edges\n1 2 nan\n", 2, "weight 'nan' is not a finite number"},
+      {"*Arcs\n1 2 1e39\n", 2, "'1e39' is out of range for a 32-bit float"},
+      {"*Vertices 2\n1 a 0 -inf\n", 2, "coordinate '-inf' is not a finite number"},
+      {"*Vertices 2\n*Matrix\n0 NaN\n0 0\n", 3, "'NaN' is not a finite number"},
+      // Control bytes and bytes that are not UTF-8 are shown, not cut off.
+      {"*Edges\n1 2\n1\0x 2\n"s, 3, "'1\\x00x' is not a vertex number"},
+      {"*Edges\n1 2\xaf\n", 2, "'2\\xAF' is not a vertex number"},
+      {"\xff\xfe\0\0*"s, 0, "UTF-32"},
       {"*Edges\n1 2\n1 9\n1 11\n1 11\n*Vertices 10\n", 4, "vertex 11 is outside 1..10"},
       // A huge declared matrix must fail on its few entries, not allocate.
-      {"*Vertices 200000000\n*Matrix\n1 0 0\n", 2, "the matrix ends after 3 numbers"},
+      {"*Vertices 5000000\n*Matrix\n1 0 0\n", 2, "the matrix ends after 3 numbers"},
   };
   for (const Case& c : cases) {
     ReadError error;
@@ -161,6 +181,22 @@ TEST(PajekErrors, EachFaultNamesItsLine) {
     EXPECT_EQ(error.file, "bad.net") << c.text;
     EXPECT_EQ(error.line, c.line) << c.text << "\n" << error.message;
     EXPECT_NE(error.message.find(c.message), std::string::npos) << c.text << "\n" << error.message;
+  }
+}
+
+TEST(PajekReading, NetworkNameIsTheTitleAndWrittenBack) {
+  for (const auto& [text, title] : std::vector<std::pair<std::string, std::string>>{
+           {"A title line\n*Network  \"Karate club\"  \n*Edges\n1 2\n", "Karate club"},
+           {"*network Caf\xe9\r\n*Edges\n1 2\n", "Caf\xc3\xa9"},
+           {"*Edges\n1 2\n*Network later\n", ""},
+       }) {
+    auto network = readText(text);
+    ASSERT_TRUE(network);
+    EXPECT_EQ(network->title(), title);
+    auto back = readText(plexora::pajekText(*network));
+    ASSERT_TRUE(back);
+    EXPECT_EQ(back->title(), title);
+    EXPECT_EQ(network->largestConnectedSubNetwork()->title(), title);
   }
 }
 
@@ -174,6 +210,46 @@ TEST(PajekErrors, UndeclaredVertexNumbersStopAtTheLimit) {
   EXPECT_FALSE(plexora::readPajek("*Vertices 101\n", "t.net", &error));
   EXPECT_EQ(error.line, 1u);
   plexora::setMaxReadVertices(saved);
+}
+
+// At the real limits (not lowered ones) a few bytes read into little memory:
+// the largest count a file may declare costs nothing without labels, labels
+// for every vertex are laid out only within the budget, and beyond it the file
+// is refused before anything large is allocated.
+TEST(PajekLimits, MemoryStaysProportionalToTheFile) {
+  auto declaring = [](std::uint64_t count, const std::string& rest) {
+    return "*Vertices " + std::to_string(count) + "\n" + rest;
+  };
+  const std::string edge = "*Edges\n1 2\n";
+  std::uint64_t most = plexora::kFreeVertices;
+  while (plexora::vertexLimitForText(declaring(most, edge).size()) != most) {
+    most = plexora::vertexLimitForText(declaring(most, edge).size());
+  }
+  auto network = readText(declaring(most, edge));
+  ASSERT_TRUE(network);
+  EXPECT_EQ(network->countVertices(), most);
+  network.reset();
+
+  ReadError error;
+  EXPECT_FALSE(plexora::readPajek(declaring(most + 1, edge), "big.net", &error));
+  EXPECT_FALSE(plexora::readPajek(declaring(most, "1 a\n" + edge), "big.net", &error));
+  // A label for vertex 1 lays out "Name" for all: one string per vertex.
+  std::uint64_t labelled = plexora::kFreePropertyBytes / sizeof(std::string);
+  while (plexora::propertyBudgetForText(declaring(labelled + 1, "1 a\n").size()) /
+             sizeof(std::string) >
+         labelled) {
+    ++labelled;
+  }
+  EXPECT_FALSE(plexora::readPajek(declaring(labelled + 1, "1 a\n"), "big.net", &error));
+  EXPECT_EQ(error.line, 1u);
+  network = readText(declaring(labelled, "1 a\n"));
+  ASSERT_TRUE(network);
+  EXPECT_EQ(network->vertexName(0), "a");
+  network.reset();
+
+  struct rusage usage {};
+  ::getrusage(RUSAGE_SELF, &usage);
+  EXPECT_LT(usage.ru_maxrss, 1024 * 1024) << "peak kilobytes";
 }
 
 // ---------------------------------------------------------------------------

@@ -2,7 +2,8 @@
 //
 // The reader makes one pass over the text in memory. Each line is either a
 // comment ('%'), blank, a section header ('*' and a keyword) or a line of the
-// current section. Edges are collected in file order; vertex lines feed a
+// current section; lines before the first header (a title, a description of
+// the data) are passed over. Edges are collected in file order; vertex lines feed a
 // VertexTable. Nothing is handed out unless the whole text reads cleanly.
 #include <array>
 #include <cctype>
@@ -18,6 +19,7 @@
 #include "plexora/pajek_vertices.h"
 #include "quillo/fileio.h"
 #include "quillo/numbertext.h"
+#include "quillo/utf8.h"
 
 namespace plexora {
 namespace {
@@ -25,7 +27,7 @@ namespace {
 using pajek::FieldCursor;
 
 enum class Section {
-  Preamble,  // before any header, and after *Network: only comments belong here
+  Preamble,  // before any header, and after *Network: titles and notes, passed over
   Network,
   Vertices,
   Arcs,
@@ -66,7 +68,11 @@ enum class EdgeKind { Arc, Edge };
 class PajekParser {
  public:
   PajekParser(std::string_view text, const std::string& name, ReadError* error)
-      : lines_(text), name_(name), error_(error) {}
+      : lines_(text),
+        name_(name),
+        error_(error),
+        vertexLimit_(vertexLimitForText(text.size())),
+        propertyBudget_(propertyBudgetForText(text.size())) {}
 
   QLONetwork::Ptr read() {
     std::string_view line;
@@ -77,11 +83,19 @@ class PajekParser {
         const Step step = startSection(line.substr(1));
         if (step == Step::Fail) return nullptr;
         if (step == Step::Stop) break;
+      } else if (section_ == Section::Preamble) {
+        if (firstStrayLine_ == 0) firstStrayLine_ = lines_.lineNumber();
       } else if (!readSectionLine(line)) {
         return nullptr;
       }
     }
     if (!finishMatrix()) return nullptr;
+    if (!seenHeader_ && firstStrayLine_ != 0) {
+      failAt(firstStrayLine_,
+             "no section header (*Vertices, *Arcs, *Edges, ...) in the file: this is not Pajek "
+             "text");
+      return nullptr;
+    }
     return build();
   }
 
@@ -99,6 +113,8 @@ class PajekParser {
       if (pajek::equalsWord(word, keyword.word)) next = keyword.section;
     }
     if (!finishMatrix()) return Step::Fail;
+    seenHeader_ = true;
+    if (next == Section::Skipped && !checkNotCut(word)) return Step::Fail;
 
     // A project file may hold several networks, each under its own *Network
     // header. Only the first is read: a second *Network, or a second
@@ -106,6 +122,7 @@ class PajekParser {
     if (next == Section::Network) {
       if (seenContent_) return Step::Stop;
       seenContent_ = true;
+      setTitle(header.substr(length));
       section_ = Section::Preamble;
       return Step::Go;
     }
@@ -133,6 +150,31 @@ class PajekParser {
     return Step::Go;
   }
 
+  // "*Network NAME": the name, without blanks around it or quotes.
+  void setTitle(std::string_view rest) {
+    rest = pajek::trimLeft(rest);
+    while (!rest.empty() && pajek::isBlank(rest.back())) rest.remove_suffix(1);
+    if (rest.size() >= 2 && rest.front() == '"' && rest.back() == '"') {
+      rest = rest.substr(1, rest.size() - 2);
+    }
+    pajek::assignAsUtf8(title_, rest);
+  }
+
+  // A header cut short ("*Vert") would otherwise start a skipped section and
+  // silently lose what follows.
+  bool checkNotCut(std::string_view word) {
+    if (word.empty()) return fail("a section header needs a name after '*'");
+    for (const SectionKeyword& keyword : kSectionKeywords) {
+      if (word.size() < keyword.word.size() &&
+          pajek::equalsWord(word, keyword.word.substr(0, word.size()))) {
+        return fail("*" + quillo::printable(word) + " is not a section header; is it *" +
+                    std::string(1, static_cast<char>(std::toupper(keyword.word[0]))) +
+                    std::string(keyword.word.substr(1)) + " cut short?");
+      }
+    }
+    return true;
+  }
+
   bool declareVertices(std::string_view rest) {
     FieldCursor fields(rest);
     std::string_view field;
@@ -143,6 +185,7 @@ class PajekParser {
       return fail(quillo::quoted(field) + " is not a vertex count");
     }
     if (*count > maxReadVertices()) return failTooMany(field);
+    if (*count > vertexLimit_) return failDeclaresTooMany(*count);
     // Edges may come before *Vertices; they are checked against it now.
     if (largestEnd_ > *count) {
       std::string message = "vertex ";
@@ -152,6 +195,7 @@ class PajekParser {
       return failAt(largestEndLine_, message);
     }
     declared_ = true;
+    declaredLine_ = lines_.lineNumber();
     vertexCount_ = *count;
     return true;
   }
@@ -162,8 +206,7 @@ class PajekParser {
     switch (section_) {
       case Section::Preamble:
       case Section::Network:
-        return fail(quillo::quoted(line) +
-                    " is not in a section: expected a header such as *Vertices, *Arcs or *Edges");
+        return true;
       case Section::Vertices:
         return readVertexLine(line);
       case Section::Arcs:
@@ -189,9 +232,8 @@ class PajekParser {
     fields.next(field);
     std::uint64_t v = 0;
     if (!vertexNumber(field, v)) return false;
-    if (!vertices_.started()) vertices_.start(vertexCount_);
-    vertices_.read(v, fields);
-    return true;
+    const std::string refused = vertices_.read(v, fields);
+    return refused.empty() || fail(refused);
   }
 
   // `a b [weight] [attributes...]`; a missing or non-numeric weight is 1.
@@ -206,9 +248,12 @@ class PajekParser {
     if (!vertexNumber(field, b)) return false;
     float weight = 1.0f;
     if (fields.next(field)) {
-      if (const auto given = pajek::parseReal(field)) {
-        weight = *given;
+      const quillo::FiniteFloat given = quillo::parseFiniteFloat(field);
+      if (given.problem == quillo::FloatProblem::None) {
+        weight = given.value;
         weighted_ = true;
+      } else if (given.problem != quillo::FloatProblem::NotANumber) {
+        return fail("weight " + quillo::floatProblemText(field, given.problem));
       }
     }
     addEdge(a, b, weight, kind);
@@ -244,10 +289,12 @@ class PajekParser {
         message += " numbers";
         return fail(message);
       }
-      const auto entry = pajek::parseReal(field);
-      if (!entry) return fail(quillo::quoted(field) + " is not a number");
-      if (*entry != 0.0f) {
-        addEdge(matrixRow_, matrixColumn_, *entry, EdgeKind::Arc);
+      const quillo::FiniteFloat entry = quillo::parseFiniteFloat(field);
+      if (entry.problem != quillo::FloatProblem::None) {
+        return fail(quillo::floatProblemText(field, entry.problem));
+      }
+      if (entry.value != 0.0f) {
+        addEdge(matrixRow_, matrixColumn_, entry.value, EdgeKind::Arc);
         weighted_ = true;
       }
       if (++matrixColumn_ == vertexCount_) {
@@ -282,7 +329,7 @@ class PajekParser {
     if (declared_) {
       if (*number > vertexCount_) return failOutside(field);
     } else {
-      if (*number > maxReadVertices()) return failOutside(field);
+      if (*number > vertexLimit_) return failOutside(field);
       if (*number > largestEnd_) {
         largestEnd_ = *number;
         largestEndLine_ = lines_.lineNumber();
@@ -302,13 +349,27 @@ class PajekParser {
   QLONetwork::Ptr build() {
     NetworkData data;
     data.verticesCount = declared_ ? vertexCount_ : largestEnd_;
+    // The vertex lines are laid out for every vertex only if that fits.
+    const std::uint64_t perVertex = vertices_.bytesPerVertex();
+    if (perVertex > 0 && data.verticesCount > propertyBudget_ / perVertex) {
+      std::string message = "the labels and attributes of ";
+      quillo::appendNumber(message, data.verticesCount);
+      message += " vertices need ";
+      quillo::appendNumber(message, (data.verticesCount * perVertex) >> 20);
+      message += " MiB, more than the ";
+      quillo::appendNumber(message, propertyBudget_ >> 20);
+      message += " MiB a file of this size may take; list fewer vertices in *Vertices";
+      failAt(declaredLine_, message);
+      return nullptr;
+    }
     data.from = std::move(from_);
     data.to = std::move(to_);
     if (weighted_) data.weights = std::move(weights_);
     data.directed = directed_;
     data.edgeWeighted = weighted_;
     data.vertexWeighted = false;
-    vertices_.moveInto(data.properties);
+    data.title = std::move(title_);
+    vertices_.moveInto(data.verticesCount, data.properties);
     std::string why;
     auto network = QLONetwork::make(std::move(data), &why);
     if (!network) failAt(0, why);
@@ -332,8 +393,10 @@ class PajekParser {
       quillo::appendNumber(message, vertexCount_);
     } else {
       message += " is outside 1..";
-      quillo::appendNumber(message, maxReadVertices());
-      message += " (vertex numbers start at 1 and may not pass the vertex limit)";
+      quillo::appendNumber(message, vertexLimit_);
+      message += " (vertex numbers start at 1 and may not pass the vertex limit";
+      if (vertexLimit_ < maxReadVertices()) message += " of a file of this size";
+      message += ")";
     }
     return fail(message);
   }
@@ -346,14 +409,29 @@ class PajekParser {
     return fail(message);
   }
 
+  bool failDeclaresTooMany(std::uint64_t count) {
+    std::string message = "*Vertices declares ";
+    quillo::appendNumber(message, count);
+    message += " vertices, but a file of this size may declare at most ";
+    quillo::appendNumber(message, vertexLimit_);
+    message += " (10000000 plus 16 per byte of the file)";
+    return fail(message);
+  }
+
   pajek::LineCursor lines_;
   const std::string& name_;
   ReadError* error_;
+  const std::uint64_t vertexLimit_;     // the most vertices this text may have
+  const std::uint64_t propertyBudget_;  // bytes its per-vertex properties may take
 
   Section section_ = Section::Preamble;
-  bool seenContent_ = false;  // a header other than a first *Network was seen
+  bool seenHeader_ = false;
+  bool seenContent_ = false;          // a header other than a first *Network was seen
+  std::string title_;                 // from *Network
+  std::uint64_t firstStrayLine_ = 0;  // the first line outside any section
 
   bool declared_ = false;  // *Vertices n was read
+  std::uint64_t declaredLine_ = 0;
   std::uint64_t vertexCount_ = 0;
   std::uint64_t largestEnd_ = 0;  // the largest vertex number before *Vertices
   std::uint64_t largestEndLine_ = 0;
@@ -370,17 +448,19 @@ class PajekParser {
   pajek::VertexTable vertices_;
 };
 
-std::string_view withoutByteOrderMark(std::string_view text) {
-  if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
-  return text;
-}
-
 }  // namespace
 
 std::shared_ptr<QLONetwork> readPajek(std::string_view text, const std::string& name,
                                       ReadError* error) {
+  std::string converted;
+  std::string_view utf8;
+  std::string why;
+  if (!quillo::textAsUtf8(text, converted, utf8, why)) {
+    if (error) *error = ReadError{name, 0, why};
+    return nullptr;
+  }
   try {
-    return PajekParser(withoutByteOrderMark(text), name, error).read();
+    return PajekParser(utf8, name, error).read();
   } catch (const std::bad_alloc&) {
     if (error) *error = ReadError{name, 0, "not enough memory to read the network"};
     return nullptr;

@@ -68,6 +68,11 @@ std::string pajekText(const QLONetwork& network, std::shared_ptr<QLOVector3dArra
 
   std::string out;
   out.reserve(static_cast<std::size_t>(V * (positions ? 40 : 16) + E * 24 + 32));
+  if (!network.title().empty()) {
+    out += "*Network ";
+    for (char c : network.title()) out += c == '\r' || c == '\n' ? ' ' : c;
+    out += '\n';
+  }
   out += "*Vertices ";
   quillo::appendNumber(out, V);
   out += '\n';

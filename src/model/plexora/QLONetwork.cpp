@@ -4,6 +4,7 @@
 #include <atomic>
 
 #include "plexora/formats.h"
+#include "quillo/utf8.h"
 
 namespace plexora {
 namespace {
@@ -16,6 +17,24 @@ void setMaxReadVertices(std::uint64_t limit) {
   gMaxReadVertices.store(limit, std::memory_order_relaxed);
 }
 }  // namespace plexora
+
+namespace {
+
+// Every text a network holds is UTF-8, whatever a reader or caller handed in:
+// bytes that are not become U+FFFD, in a copy (the caller's list is left as
+// it was), so Python and the views can always show the text.
+std::shared_ptr<TextList> asValidText(const std::shared_ptr<TextList>& texts) {
+  const auto bad = std::find_if(texts->begin(), texts->end(),
+                                [](const std::string& text) { return !quillo::isValidUtf8(text); });
+  if (bad == texts->end()) return texts;
+  auto valid = std::make_shared<TextList>(*texts);
+  for (std::string& text : *valid) {
+    if (!quillo::isValidUtf8(text)) text = quillo::validUtf8(text);
+  }
+  return valid;
+}
+
+}  // namespace
 
 QLONetwork::Ptr QLONetwork::make(NetworkData&& data, std::string* error) {
   auto fail = [&](const std::string& why) -> Ptr {
@@ -45,6 +64,9 @@ QLONetwork::Ptr QLONetwork::make(NetworkData&& data, std::string* error) {
     }
   }
   if (data.weights.empty()) data.weights.assign(data.from.size(), 1.0f);
+  for (auto& [name, value] : data.properties) {
+    if (auto* texts = std::get_if<std::shared_ptr<TextList>>(&value)) *texts = asValidText(*texts);
+  }
   return Ptr(new QLONetwork(std::move(data)));
 }
 
@@ -62,6 +84,7 @@ QLONetwork::QLONetwork(NetworkData&& data)
       edgeWeighted_(data.edgeWeighted),
       vertexWeighted_(data.vertexWeighted),
       graphml_(std::move(data.graphml)),
+      title_(std::move(data.title)),
       properties_(std::move(data.properties)) {
   // Moving a vector keeps its buffer, so the public pointers taken above stay
   // valid for the members that now own the storage.
@@ -128,14 +151,16 @@ std::vector<std::string> QLONetwork::keysForPropertiesOfVertices() const {
 
 bool QLONetwork::setPropertiesOfVertices(const PropertyValue& value, const std::string& name) {
   if (value.index() == 0 || propertyCount(value) != verticesCount) return false;
+  PropertyValue stored = value;
+  if (auto* texts = std::get_if<std::shared_ptr<TextList>>(&stored)) *texts = asValidText(*texts);
   std::lock_guard lock(propertiesMutex_);
   for (auto& entry : properties_) {
     if (entry.first == name) {
-      entry.second = value;
+      entry.second = std::move(stored);
       return true;
     }
   }
-  properties_.emplace_back(name, value);
+  properties_.emplace_back(name, std::move(stored));
   return true;
 }
 

@@ -32,6 +32,7 @@ struct NetworkData {
   // What the GraphML document it was read from held beyond the model; null
   // for networks made otherwise.
   std::shared_ptr<const plexora::GraphmlExtras> graphml;
+  std::string title;  // the network's own name in its file, if it has one
 };
 
 class QLONetwork : public std::enable_shared_from_this<QLONetwork> {
@@ -70,6 +71,8 @@ class QLONetwork : public std::enable_shared_from_this<QLONetwork> {
   bool isDirected() const { return directed_; }
   bool isEdgeWeighted() const { return edgeWeighted_; }
   bool isVertexWeighted() const { return vertexWeighted_; }
+  // The name the file gave the network (Pajek's "*Network NAME"), or "".
+  const std::string& title() const { return title_; }
 
   // Per-vertex measures as fresh arrays of V doubles. A self-loop counts twice
   // at its vertex. For an undirected network the in-measures equal the plain
@@ -123,6 +126,7 @@ class QLONetwork : public std::enable_shared_from_this<QLONetwork> {
   bool edgeWeighted_;
   bool vertexWeighted_;
   std::shared_ptr<const plexora::GraphmlExtras> graphml_;
+  const std::string title_;
 
   mutable std::mutex propertiesMutex_;
   PropertyTable properties_;

@@ -91,6 +91,7 @@ QLONetwork::Ptr QLONetwork::largestConnectedSubNetwork() const {
   data.directed = directed_;
   data.edgeWeighted = edgeWeighted_;
   data.vertexWeighted = vertexWeighted_;
+  data.title = title_;
   std::vector<std::uint64_t> kept;
   kept.reserve(bestSize);
   std::vector<std::uint64_t> newIndex(V, UINT64_MAX);

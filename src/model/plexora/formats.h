@@ -30,8 +30,20 @@ std::string graphmlText(const QLONetwork& network);
 
 // The largest vertex count a reader accepts from a file (a declared count such
 // as "*Vertices n" is checked against it before anything is allocated).
-// Fuzzers lower it to keep their memory small.
 std::uint64_t maxReadVertices();
 void setMaxReadVertices(std::uint64_t limit);
+
+// What a file may make a reader allocate, so that memory stays proportional
+// to what the file holds. A file of `bytes` bytes may declare at most
+// 10^7 vertices plus 16 per byte (and never more than maxReadVertices()):
+// vertices need not be listed, but a few bytes cannot stand for billions of
+// them. Per-vertex properties (labels, positions, attributes laid out for
+// every vertex) may take at most 256 MiB plus 64 bytes per byte.
+inline constexpr std::uint64_t kFreeVertices = 10'000'000;
+inline constexpr std::uint64_t kVerticesPerByte = 16;
+inline constexpr std::uint64_t kFreePropertyBytes = std::uint64_t{256} << 20;
+inline constexpr std::uint64_t kPropertyBytesPerByte = 64;
+std::uint64_t vertexLimitForText(std::uint64_t bytes);
+std::uint64_t propertyBudgetForText(std::uint64_t bytes);
 
 }  // namespace plexora

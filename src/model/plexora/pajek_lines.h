@@ -1,15 +1,10 @@
 #pragma once
-// Line, field and number scanning for the Pajek reader. Everything works on
+// Line and field scanning for the Pajek reader. Everything works on
 // views into the text in memory; nothing here allocates.
 #include <cctype>
-#include <cfloat>
 #include <cstdint>
 #include <cstring>
-#include <limits>
-#include <optional>
 #include <string_view>
-
-#include "quillo/numbertext.h"
 
 namespace plexora::pajek {
 
@@ -97,18 +92,6 @@ class FieldCursor {
  private:
   std::string_view rest_;
 };
-
-// A number as a 32-bit float. Values beyond the float range become infinite
-// (or zero when too small) rather than being refused; text that is not a
-// number, or lies beyond the double range, gives nothing.
-inline std::optional<float> parseReal(std::string_view field) {
-  if (auto value = quillo::parseFloat(field)) return value;
-  const std::optional<double> wide = quillo::parseDouble(field);
-  if (!wide) return std::nullopt;
-  if (*wide > FLT_MAX) return std::numeric_limits<float>::infinity();
-  if (*wide < -FLT_MAX) return -std::numeric_limits<float>::infinity();
-  return static_cast<float>(*wide);
-}
 
 // True when the field is a run of decimal digits (after an optional '+'):
 // a whole number, perhaps too large for any integer type.

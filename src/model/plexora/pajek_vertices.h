@@ -6,11 +6,13 @@
 // A vertex line reads `id label [x y [z]] [attributes...]`. The attributes are
 // shape words and keyword/value pairs; those this reader knows are listed in
 // kVertexAttributes, anything else on the line is passed over.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -50,52 +52,96 @@ inline constexpr std::array<std::string_view, 8> kShapeWords{
     "ellipse", "box", "diamond", "triangle", "cross", "empty", "man", "woman"};
 inline constexpr std::string_view kShapeProperty = "shape";
 
+// Vertex lines are kept as read (memory in proportion to the file) and laid
+// out for every vertex only when the network is built, once the caller has
+// checked bytesPerVertex() against its budget.
 class VertexTable {
  public:
-  // Called before the first vertex line with the number of vertices.
-  void start(std::uint64_t count) {
-    count_ = count;
-    labels_ = std::make_shared<TextList>(count);
-  }
-  bool started() const { return labels_ != nullptr; }
+  bool empty() const { return lines_.empty(); }
 
   // Takes in the fields of vertex `v`'s line that follow its number. A later
   // line for the same vertex replaces everything an earlier one gave it.
-  void read(std::uint64_t v, FieldCursor& fields) {
-    clear(v);
+  // Answers why the line is refused (coordinates that are not finite), or
+  // nothing.
+  std::string read(std::uint64_t v, FieldCursor& fields) {
+    Line line{v, {}, false, 0.0f, 0.0f, 0.0f, {}};
     std::string_view field;
-    if (!fields.next(field)) return;
-    assignAsUtf8((*labels_)[v], field);
-
     bool more = fields.next(field);
     if (more) {
-      if (const auto x = parseReal(field)) {
-        more = fields.next(field);
-        if (more) {
-          if (const auto y = parseReal(field)) {
-            float z = 0.0f;
-            more = fields.next(field);
-            if (more) {
-              if (const auto given = parseReal(field)) {
-                z = *given;
-                more = fields.next(field);
-              }
-            }
-            place(v, *x, *y, z);
-          }
-        }
-      }
+      assignAsUtf8(line.label, field);
+      more = fields.next(field);
     }
-    while (more) more = readAttribute(v, field, fields);
+    // Two or three numbers after the label are coordinates.
+    float xyz[3] = {0.0f, 0.0f, 0.0f};
+    int given = 0;
+    std::string_view pending = field;
+    FieldCursor after = fields;
+    while (more && given < 3) {
+      const quillo::FiniteFloat number = quillo::parseFiniteFloat(field);
+      if (number.problem == quillo::FloatProblem::NotANumber) break;
+      if (number.problem != quillo::FloatProblem::None) {
+        return "coordinate " + quillo::floatProblemText(field, number.problem);
+      }
+      xyz[given++] = number.value;
+      more = fields.next(field);
+    }
+    if (given == 1) {  // a single number is not a coordinate: look at it afresh
+      field = pending;
+      fields = after;
+      more = true;
+    } else if (given >= 2) {
+      line.placed = true;
+      line.x = xyz[0];
+      line.y = xyz[1];
+      line.z = xyz[2];
+    }
+    while (more) more = readAttribute(line, field, fields);
+    lines_.push_back(std::move(line));
+    placedAny_ = placedAny_ || lines_.back().placed;
+    return {};
+  }
+
+  // The memory every vertex takes once the properties are laid out.
+  std::uint64_t bytesPerVertex() const {
+    if (empty()) return 0;
+    std::uint64_t bytes = sizeof(std::string);  // "Name"
+    if (placedAny_) bytes += 3 * sizeof(float) + 1;
+    for (const Column& column : columns_) {
+      bytes += column.kind == AttributeKind::Text ? sizeof(std::string) : sizeof(double);
+    }
+    return bytes;
   }
 
   // Adds "Name", then "Position" when the coordinates carry a layout, then
-  // the attributes in the order they first appeared.
-  void moveInto(PropertyTable& properties) {
-    if (!started()) return;
-    properties.emplace_back("Name", std::move(labels_));
-    if (positions_ && !allPlacedAlike()) properties.emplace_back("Position", std::move(positions_));
-    for (Column& column : columns_) properties.emplace_back(std::string(column.name), column.value);
+  // the attributes in the order they first appeared, each with `count`
+  // entries.
+  void moveInto(std::uint64_t count, PropertyTable& properties) {
+    if (empty()) return;
+    auto labels = std::make_shared<TextList>(count);
+    std::vector<PropertyValue> values;
+    for (const Column& column : columns_) values.push_back(emptyColumn(column.kind, count));
+    std::vector<bool> placed(placedAny_ ? count : 0, false);
+    auto positions = placedAny_ ? QLOVector3dArray::initWithSize(count, Precision::Float) : nullptr;
+    for (Line& line : lines_) {
+      const std::uint64_t v = line.v;
+      (*labels)[v] = std::move(line.label);
+      if (positions) {
+        placed[v] = line.placed;
+        positions->pointerForX()[v] = line.x;
+        positions->pointerForY()[v] = line.y;
+        positions->pointerForZ()[v] = line.z;
+      }
+      for (std::size_t c = 0; c < columns_.size(); ++c) setEntry(values[c], v, Entry{});
+      for (Entry& entry : line.entries) setEntry(values[entry.column], v, std::move(entry));
+    }
+    lines_.clear();
+    properties.emplace_back("Name", std::move(labels));
+    if (positions && !allPlacedAlike(*positions, placed)) {
+      properties.emplace_back("Position", std::move(positions));
+    }
+    for (std::size_t c = 0; c < columns_.size(); ++c) {
+      properties.emplace_back(std::string(columns_[c].name), std::move(values[c]));
+    }
     columns_.clear();
   }
 
@@ -103,15 +149,28 @@ class VertexTable {
   struct Column {
     std::string_view name;
     AttributeKind kind;
-    PropertyValue value;
+  };
+  // One attribute of one line; an Entry{} resets the vertex's value.
+  struct Entry {
+    std::size_t column = 0;
+    std::string text;
+    double number = std::numeric_limits<double>::quiet_NaN();
+  };
+  struct Line {
+    std::uint64_t v;
+    std::string label;
+    bool placed;
+    float x, y, z;
+    std::vector<Entry> entries;
   };
 
   // Reads the attribute starting at `field`; answers whether `field` now
   // holds a further field to look at.
-  bool readAttribute(std::uint64_t v, std::string_view& field, FieldCursor& fields) {
+  bool readAttribute(Line& line, std::string_view& field, FieldCursor& fields) {
     for (std::string_view shape : kShapeWords) {
       if (equalsWord(field, shape)) {
-        setText(column(kShapeProperty, AttributeKind::Text), v, shape);
+        line.entries.push_back(
+            Entry{column(kShapeProperty, AttributeKind::Text), std::string(shape), 0.0});
         return fields.next(field);
       }
     }
@@ -119,83 +178,55 @@ class VertexTable {
       if (!equalsWord(field, attribute.keyword)) continue;
       if (!fields.next(field)) return false;
       if (attribute.kind == AttributeKind::Text) {
-        std::string text;
-        assignAsUtf8(text, field);
-        setText(column(attribute.keyword, attribute.kind), v, text);
+        Entry entry{column(attribute.keyword, attribute.kind), {}, 0.0};
+        assignAsUtf8(entry.text, field);
+        line.entries.push_back(std::move(entry));
         return fields.next(field);
       }
       // A keyword without a number after it is passed over; the field after
       // it is looked at afresh.
       const auto number = quillo::parseDouble(field);
       if (!number) return true;
-      auto& numbers =
-          std::get<std::shared_ptr<QLONumberArray>>(column(attribute.keyword, attribute.kind));
-      numbers->setDoubleValue(*number, v);
+      line.entries.push_back(Entry{column(attribute.keyword, attribute.kind), {}, *number});
       return fields.next(field);
     }
     return fields.next(field);
   }
 
-  PropertyValue& column(std::string_view name, AttributeKind kind) {
-    for (Column& existing : columns_) {
-      if (existing.name == name) return existing.value;
+  std::size_t column(std::string_view name, AttributeKind kind) {
+    for (std::size_t c = 0; c < columns_.size(); ++c) {
+      if (columns_[c].name == name) return c;
     }
-    PropertyValue value;
-    if (kind == AttributeKind::Text) {
-      value = std::make_shared<TextList>(count_);
+    columns_.push_back(Column{name, kind});
+    return columns_.size() - 1;
+  }
+
+  static PropertyValue emptyColumn(AttributeKind kind, std::uint64_t count) {
+    if (kind == AttributeKind::Text) return std::make_shared<TextList>(count);
+    auto numbers = QLONumberArray::initWithCount(count, NumberType::Double);
+    double* data = numbers->data<double>();
+    std::fill(data, data + count, std::numeric_limits<double>::quiet_NaN());
+    return numbers;
+  }
+
+  static void setEntry(PropertyValue& value, std::uint64_t v, Entry&& entry) {
+    if (auto* texts = std::get_if<std::shared_ptr<TextList>>(&value)) {
+      (**texts)[v] = std::move(entry.text);
     } else {
-      auto numbers = QLONumberArray::initWithCount(count_, NumberType::Double);
-      double* data = numbers->data<double>();
-      for (std::uint64_t i = 0; i < count_; ++i) data[i] = std::numeric_limits<double>::quiet_NaN();
-      value = std::move(numbers);
-    }
-    columns_.push_back(Column{name, kind, std::move(value)});
-    return columns_.back().value;
-  }
-
-  static void setText(PropertyValue& value, std::uint64_t v, std::string_view text) {
-    (*std::get<std::shared_ptr<TextList>>(value))[v].assign(text);
-  }
-
-  void place(std::uint64_t v, float x, float y, float z) {
-    if (!positions_) {
-      positions_ = QLOVector3dArray::initWithSize(count_, Precision::Float);
-      placed_.assign(count_, false);
-    }
-    positions_->pointerForX()[v] = x;
-    positions_->pointerForY()[v] = y;
-    positions_->pointerForZ()[v] = z;
-    placed_[v] = true;
-  }
-
-  void clear(std::uint64_t v) {
-    (*labels_)[v].clear();
-    if (positions_) {
-      positions_->pointerForX()[v] = 0.0f;
-      positions_->pointerForY()[v] = 0.0f;
-      positions_->pointerForZ()[v] = 0.0f;
-      placed_[v] = false;
-    }
-    for (Column& existing : columns_) {
-      if (existing.kind == AttributeKind::Text) {
-        setText(existing.value, v, {});
-      } else {
-        std::get<std::shared_ptr<QLONumberArray>>(existing.value)
-            ->setDoubleValue(std::numeric_limits<double>::quiet_NaN(), v);
-      }
+      std::get<std::shared_ptr<QLONumberArray>>(value)->data<double>()[v] = entry.number;
     }
   }
 
   // True when every vertex with coordinates has the same ones: such a file
   // (every vertex at 0 0, say) carries no layout.
-  bool allPlacedAlike() const {
-    const float* xs = positions_->pointerForX();
-    const float* ys = positions_->pointerForY();
-    const float* zs = positions_->pointerForZ();
+  static bool allPlacedAlike(const QLOVector3dArray& positions, const std::vector<bool>& placed) {
+    const float* xs = positions.pointerForX();
+    const float* ys = positions.pointerForY();
+    const float* zs = positions.pointerForZ();
     bool first = true;
     float x0 = 0, y0 = 0, z0 = 0;
-    for (std::uint64_t v = 0; v < count_; ++v) {
-      if (!placed_[v]) continue;
+    for (std::uint64_t v = 0; v < placed.size(); ++v) {
+      if (!placed[v]) continue;
       if (first) {
         x0 = xs[v];
         y0 = ys[v];
@@ -208,11 +239,9 @@ class VertexTable {
     return true;
   }
 
-  std::uint64_t count_ = 0;
-  std::shared_ptr<TextList> labels_;
-  std::shared_ptr<QLOVector3dArray> positions_;
-  std::vector<bool> placed_;  // vertices whose line gave coordinates
+  std::vector<Line> lines_;
   std::vector<Column> columns_;
+  bool placedAny_ = false;
 };
 
 }  // namespace plexora::pajek

@@ -9,6 +9,7 @@
 
 #include "quillo/fileio.h"
 #include "quillo/numbertext.h"
+#include "quillo/utf8.h"
 
 namespace {
 
@@ -160,6 +161,12 @@ QLONumberArray::Ptr QLONumberArray::initWithText(std::string_view text, NumberTy
   // Integer types read integer text exactly (a double would lose digits above
   // 2^53); anything else, and non-integer text, goes through double.
   const bool integral = type == NumberType::Int32 || type == NumberType::Int64;
+  std::string converted;
+  std::string encodingProblem;
+  if (!quillo::textAsUtf8(text, converted, text, encodingProblem)) {
+    if (error) *error = ReadError{name, 0, encodingProblem};
+    return nullptr;
+  }
   std::vector<double> values;
   std::vector<std::int64_t> integers;
   const bool read = quillo::forEachLine(text, [&](std::uint64_t lineNumber, std::string_view line) {
@@ -182,6 +189,11 @@ QLONumberArray::Ptr QLONumberArray::initWithText(std::string_view text, NumberTy
     }
     auto value = quillo::parseDouble(field);
     if (!value) return fail(quillo::quoted(field) + " is not a number");
+    // A finite value beyond the float range would silently become infinite.
+    if (type == NumberType::Float && std::isfinite(*value) &&
+        quillo::parseFiniteFloat(field).problem == quillo::FloatProblem::OutOfRange) {
+      return fail(quillo::floatProblemText(field, quillo::FloatProblem::OutOfRange));
+    }
     if (integral) {
       integers.push_back(convertTo<std::int64_t>(*value));
     } else {

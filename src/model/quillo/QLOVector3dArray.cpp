@@ -1,6 +1,7 @@
 #include "quillo/QLOVector3dArray.h"
 
 #include <atomic>
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -10,6 +11,7 @@
 #include "quillo/QLONumberArray.h"
 #include "quillo/fileio.h"
 #include "quillo/numbertext.h"
+#include "quillo/utf8.h"
 
 namespace {
 
@@ -128,6 +130,12 @@ QLOVector3dArray::Ptr QLOVector3dArray::initWithText(std::string_view text, Prec
     if (error) *error = ReadError{name, 0, "unknown precision"};
     return nullptr;
   }
+  std::string converted;
+  std::string encodingProblem;
+  if (!quillo::textAsUtf8(text, converted, text, encodingProblem)) {
+    if (error) *error = ReadError{name, 0, encodingProblem};
+    return nullptr;
+  }
   std::vector<double> values;  // x0 y0 z0 x1 ...
   const bool read = quillo::forEachLine(text, [&](std::uint64_t lineNumber, std::string_view line) {
     std::string_view fields[3];
@@ -144,10 +152,23 @@ QLOVector3dArray::Ptr QLOVector3dArray::initWithText(std::string_view text, Prec
     if (found != 3) {
       return fail("expected three numbers (x y z), found " + std::to_string(found) + " fields");
     }
+    // Positions and colours must be finite: a NaN position would stay in the
+    // layout for ever.
     for (const auto& field : fields) {
-      auto value = quillo::parseDouble(field);
-      if (!value) return fail(quillo::quoted(field) + " is not a number");
-      values.push_back(*value);
+      if (precision == Precision::Float) {
+        const quillo::FiniteFloat value = quillo::parseFiniteFloat(field);
+        if (value.problem != quillo::FloatProblem::None) {
+          return fail(quillo::floatProblemText(field, value.problem));
+        }
+        values.push_back(value.value);
+      } else {
+        auto value = quillo::parseDouble(field);
+        if (!value) return fail(quillo::quoted(field) + " is not a number");
+        if (!std::isfinite(*value)) {
+          return fail(quillo::floatProblemText(field, quillo::FloatProblem::NotFinite));
+        }
+        values.push_back(*value);
+      }
     }
     return true;
   });

@@ -10,7 +10,8 @@ struct ReadError {
   std::uint64_t line = 0;
   std::string message;
 
-  // "FILE, line N: MESSAGE" (or "FILE: MESSAGE" without a line).
+  // "FILE, line N: MESSAGE" (or "FILE: MESSAGE" without a line), always
+  // valid UTF-8 with control bytes shown as \xNN.
   std::string describe() const;
 };
 

@@ -6,6 +6,8 @@
 #include <limits>
 #include <system_error>
 
+#include "quillo/utf8.h"
+
 namespace quillo {
 namespace {
 
@@ -93,13 +95,7 @@ void appendNumber(std::string& out, std::uint64_t value) {
 }
 
 std::string quoted(std::string_view token, std::size_t limit) {
-  std::string out;
-  out.reserve(limit + 5);
-  out += '\'';
-  out.append(token.substr(0, limit));
-  if (token.size() > limit) out += "...";
-  out += '\'';
-  return out;
+  return '\'' + printable(token, limit) + '\'';
 }
 
 std::string numberText(float value) {
@@ -120,6 +116,42 @@ std::optional<double> parseDouble(std::string_view token) {
 std::optional<float> parseFloat(std::string_view token) {
   return parseFloating<float>(token);
 }
+FiniteFloat parseFiniteFloat(std::string_view token) {
+  // The common case in one parse; the double parse only tells apart what the
+  // float parse refused.
+  if (const std::optional<float> exact = parseFloating<float>(token)) {
+    if (std::isfinite(*exact)) return {*exact, FloatProblem::None};
+    return {0.0f, FloatProblem::NotFinite};
+  }
+  const std::optional<double> wide = parseFloating<double>(token);
+  if (!wide) {
+    // Text beyond the double range ("1e999") is still a number, only too big.
+    const bool numeric = !token.empty() &&
+                         token.find_first_not_of("+-.0123456789eE") == std::string_view::npos &&
+                         token.find_first_of("0123456789") != std::string_view::npos;
+    return {0.0f, numeric ? FloatProblem::OutOfRange : FloatProblem::NotANumber};
+  }
+  if (!std::isfinite(*wide)) return {0.0f, FloatProblem::NotFinite};
+  if (std::fabs(*wide) > static_cast<double>(std::numeric_limits<float>::max())) {
+    return {0.0f, FloatProblem::OutOfRange};
+  }
+  return {static_cast<float>(*wide), FloatProblem::None};  // below the float range
+}
+
+std::string floatProblemText(std::string_view token, FloatProblem problem) {
+  switch (problem) {
+    case FloatProblem::None:
+      break;
+    case FloatProblem::NotANumber:
+      return quoted(token) + " is not a number";
+    case FloatProblem::NotFinite:
+      return quoted(token) + " is not a finite number";
+    case FloatProblem::OutOfRange:
+      return quoted(token) + " is out of range for a 32-bit float";
+  }
+  return {};
+}
+
 std::optional<std::int64_t> parseInt64(std::string_view token) {
   return parseInteger<std::int64_t>(token);
 }

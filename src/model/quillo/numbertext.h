@@ -26,7 +26,20 @@ std::optional<float> parseFloat(std::string_view token);
 std::optional<std::int64_t> parseInt64(std::string_view token);
 std::optional<std::uint64_t> parseUInt64(std::string_view token);
 
-// A token quoted for an error message ('...'), cut to `limit` characters.
+// A number that must be a finite 32-bit float: positions, colours, weights.
+// Decimal and exponent forms only; "nan", "inf" and values beyond the float
+// range are refused (values too small for a float become 0 or a subnormal).
+enum class FloatProblem { None, NotANumber, NotFinite, OutOfRange };
+struct FiniteFloat {
+  float value = 0.0f;
+  FloatProblem problem = FloatProblem::None;
+};
+FiniteFloat parseFiniteFloat(std::string_view token);
+// Why `token` was refused: "'nan' is not a finite number", ...
+std::string floatProblemText(std::string_view token, FloatProblem problem);
+
+// A token quoted for an error message ('...'), cut to `limit` characters,
+// with control bytes and bytes that are not UTF-8 shown as \xNN.
 std::string quoted(std::string_view token, std::size_t limit = 40);
 
 // Calls fn(lineNumber, line) for every line ending in LF (or at the end of

@@ -123,6 +123,8 @@ void bindNetwork(py::module_& m) {
       .def("isDirected", &QLONetwork::isDirected)
       .def("isEdgeWeighted", &QLONetwork::isEdgeWeighted)
       .def("isVertexWeighted", &QLONetwork::isVertexWeighted)
+      .def("title", &QLONetwork::title,
+           "The name the file gave the network (a Pajek file's *Network NAME), or ''.")
       .def_property_readonly(
           "edgeFromList",
           [](const Ptr& n) {

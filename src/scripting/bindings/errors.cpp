@@ -1,6 +1,7 @@
 #include "bindings/errors.h"
 
 #include "bindings/bind_parts.h"
+#include "quillo/utf8.h"
 
 namespace py = pybind11;
 
@@ -15,10 +16,13 @@ PyObject* gReadErrorType = nullptr;
 void raiseReadError(const ReadFailure& failure) {
   const ReadError& error = failure.error();
   py::object type = py::reinterpret_borrow<py::object>(gReadErrorType);
-  py::object instance = type(failure.what());
-  instance.attr("file") = error.file;
+  // The description and its parts are made printable UTF-8 (file names and
+  // quoted file text may hold any bytes), so building the Python strings
+  // cannot fail and the error always says what went wrong.
+  py::object instance = type(error.describe());
+  instance.attr("file") = quillo::printable(error.file);
   instance.attr("line") = error.line;
-  instance.attr("reason") = error.message;
+  instance.attr("reason") = quillo::printable(error.message);
   PyErr_SetObject(gReadErrorType, instance.ptr());
 }
 
@@ -40,7 +44,7 @@ void bindErrors(py::module_& m) {
     } catch (const ReadFailure& failure) {
       raiseReadError(failure);
     } catch (const WriteFailure& failure) {
-      PyErr_SetString(PyExc_OSError, failure.what());
+      PyErr_SetString(PyExc_OSError, quillo::printable(failure.what()).c_str());
     }
   });
 }
