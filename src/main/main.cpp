@@ -127,6 +127,12 @@ int runRender(const std::vector<std::string>& processArguments, int argc, char**
 
 int runWindow(const std::vector<std::string>& processArguments, int argc, char** argv,
               const app::Options& options) {
+  if (!haveDisplay()) {
+    printError(
+        "no display for the window (DISPLAY and WAYLAND_DISPLAY are not set); "
+        "--render and --snapshot write pictures without one");
+    return kFailed;
+  }
   std::error_code ignored;
   if (!options.script.empty() && !std::filesystem::is_regular_file(options.script, ignored)) {
     printError("no script file " + options.script.string());

@@ -122,7 +122,7 @@ class InstalledProgram(unittest.TestCase):
         self.assertEqual(globs, FILE_TYPES)
         self.assertEqual(set(filter(None, entry["MimeType"].split(";"))), set(FILE_TYPES.values()))
 
-    def test_version_help_and_refusal_without_display(self):
+    def test_answers_without_display(self):
         version = self.run_program(["--version"])
         self.assertEqual((version.returncode, version.stderr), (0, ""))
         self.assertEqual(version.stdout.splitlines()[0], "plexview " + VERSION)
@@ -146,6 +146,10 @@ class InstalledProgram(unittest.TestCase):
             first, hint = refused.stderr.splitlines()
             self.assertTrue(first.startswith("plexview: ") and reason in first, first)
             self.assertEqual(hint, "Try 'plexview --help' for more information.")
+
+        windowless = self.run_program([])
+        self.assertEqual(windowless.returncode, 1)
+        self.assertIn("no display", windowless.stderr)
 
     @unittest.skipUnless(shutil.which("groff"), "needs groff")
     def test_manual_page_renders_without_warnings(self):
