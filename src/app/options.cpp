@@ -207,8 +207,12 @@ std::string usageText() {
          "Exit status: 0 when done, 1 when the run failed, 2 for a command line refused.\n";
 }
 
+std::string versionNumber() {
+  return PLEXVIEW_VERSION;
+}
+
 std::string versionText() {
-  return "plexview " PLEXVIEW_VERSION
+  return "plexview " + versionNumber() +
          "\n"
          "Copyright (C) 2026 the Plexview developers.\n"
          "There is NO WARRANTY, to the extent permitted by law.\n";

@@ -41,6 +41,9 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments);
 // --help: the usage with every option.
 std::string usageText();
 
+// The program's version, "0.1" (plexview.__version__ in Python).
+std::string versionNumber();
+
 // --version: "plexview VERSION" and the copyright lines.
 std::string versionText();
 

@@ -181,12 +181,14 @@ class InstalledProgram(unittest.TestCase):
     def test_module_imports_from_another_folder(self):
         python_path = self.installed(PYTHON_DIR)
         imported = subprocess.run(
-            ["/usr/bin/python3", "-c", "import plexview; print(plexview.__file__)"],
+            ["/usr/bin/python3", "-c",
+             "import plexview; print(plexview.__version__); print(plexview.__file__)"],
             capture_output=True, text=True, cwd=self.elsewhere, timeout=60,
             env=dict(os.environ, PYTHONPATH=python_path),
         )
         self.assertEqual(imported.returncode, 0, imported.stderr)
-        self.assertEqual(os.path.dirname(imported.stdout.strip()), python_path)
+        version, where = imported.stdout.split()
+        self.assertEqual((version, os.path.dirname(where)), (VERSION, python_path))
 
 
 @unittest.skipUnless(
