@@ -129,8 +129,8 @@ int runWindow(const std::vector<std::string>& processArguments, int argc, char**
               const app::Options& options) {
   if (!haveDisplay()) {
     printError(
-        "no display for the window (DISPLAY and WAYLAND_DISPLAY are not set); "
-        "--render and --snapshot write pictures without one");
+        "no display for the window: neither DISPLAY nor WAYLAND_DISPLAY is set "
+        "(plexview --render FILE -o OUT.png draws a picture without one)");
     return kFailed;
   }
   std::error_code ignored;
