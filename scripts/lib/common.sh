@@ -12,6 +12,7 @@ PLEXVIEW_PACKAGES=(
   xvfb xauth libgl1-mesa-dri fonts-liberation2 fonts-dejavu-core
   libgl2ps-dev libgif-dev qt6-image-formats-plugins
   poppler-utils librsvg2-bin ghostscript
+  dpkg-dev file desktop-file-utils groff-base
 )
 
 plexview_root() { cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd; }

@@ -152,13 +152,23 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
       optionsEnded = true;
       continue;
     }
-    if (arg == "-h" || arg == "--help") {
-      options.mode = RunMode::Help;
+    if (arg == "-h" || arg == "--help" || arg == "--version") {
+      options.mode = arg == "--version" ? RunMode::Version : RunMode::Help;
       return {options, {}};
     }
-    if (!takesValue(arg)) return refuse("unknown option " + arg);
-    if (i + 1 >= arguments.size()) return refuse(arg + " needs a value");
-    if (std::string reason = takeValue(arg, arguments[++i], options, given); !reason.empty()) {
+    // --option=VALUE is --option VALUE.
+    const auto equals = arg.starts_with("--") ? arg.find('=') : std::string::npos;
+    const std::string name = arg.substr(0, equals);
+    if (!takesValue(name)) return refuse("unknown option " + arg);
+    std::string value;
+    if (equals != std::string::npos) {
+      value = arg.substr(equals + 1);
+    } else if (i + 1 < arguments.size()) {
+      value = arguments[++i];
+    } else {
+      return refuse(arg + " needs a value");
+    }
+    if (std::string reason = takeValue(name, value, options, given); !reason.empty()) {
       return refuse(std::move(reason));
     }
   }
@@ -169,17 +179,47 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
 }
 
 std::string usageText() {
-  return "usage: plexview [--run SCRIPT.py] [FILE...]\n"
-         "       plexview --snapshot OUT.png [--steps N] [--size WxH] [FILE]\n"
-         "       plexview --render FILE -o OUT.png|OUT.pdf|OUT.svg [--iterations N]\n"
+  return "Usage: plexview [--run SCRIPT.py] [FILE]...\n"
+         "  or:  plexview --snapshot OUT.png [--steps N] [--size WxH] [FILE]\n"
+         "  or:  plexview --render FILE -o OUT.png|OUT.pdf|OUT.svg [--iterations N]\n"
          "                [--size WxH] [--color-by PROPERTY]\n"
-         "FILE is a Pajek (.net, .paj) or GraphML network, each opened in a window of\n"
-         "its own; without one a random network of 2000 vertices is generated.\n"
-         "--run runs a Python script once the first window is open.\n"
-         "--snapshot lays the network out for N steps (default 200) and writes one\n"
-         "frame of WxH pixels (default 800x600) without showing a window.\n"
-         "--render lays FILE out for N iterations (default 200), colours it by\n"
-         "PROPERTY (default: by degree) and writes the picture without a window.\n";
+         "View complex networks in 3-D. Each FILE (Pajek .net/.paj or GraphML) opens\n"
+         "in a window of its own; without one a random network of 2000 vertices is\n"
+         "generated.\n"
+         "\n"
+         "      --run SCRIPT.py      run a Python script once the first window is open\n"
+         "      --snapshot OUT.png   lay the network out and write one frame as a PNG\n"
+         "                           file, without showing a window\n"
+         "      --steps N            layout steps before the snapshot (default 200)\n"
+         "      --render FILE        lay FILE out, colour it and write a picture,\n"
+         "                           without showing a window\n"
+         "  -o OUT                   the picture --render writes (.png, .pdf or .svg)\n"
+         "      --iterations N       layout steps before the render (default 200)\n"
+         "      --color-by PROPERTY  the vertex property the render colours by\n"
+         "                           (default: the degree)\n"
+         "      --size WxH           picture size in pixels (default 800x600)\n"
+         "  -h, --help               show this help and exit\n"
+         "      --version            show the version and exit\n"
+         "      --                   what follows are file names, not options\n"
+         "\n"
+         "--snapshot and --render draw with OpenGL and need a display; without one\n"
+         "--render runs itself under xvfb-run when that is installed.\n"
+         "Exit status: 0 when done, 1 when the run failed, 2 for a command line refused.\n";
+}
+
+std::string versionNumber() {
+  return PLEXVIEW_VERSION;
+}
+
+std::string versionText() {
+  return "plexview " + versionNumber() +
+         "\n"
+         "Copyright (C) 2026 the Plexview developers.\n"
+         "There is NO WARRANTY, to the extent permitted by law.\n";
+}
+
+std::string tryHelpText() {
+  return "Try 'plexview --help' for more information.\n";
 }
 
 }  // namespace app

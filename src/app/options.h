@@ -4,6 +4,8 @@
 //   plexview --snapshot OUT.png [--steps N] [--size WxH] [FILE]  one frame, no window
 //   plexview --render FILE -o OUT.{png,pdf,svg} [--iterations N] [--size WxH]
 //            [--color-by PROPERTY]                            a picture, no window
+//   plexview --help | --version                               text, then exit
+// Long options also take their value as --option=VALUE.
 // FILE is a Pajek or GraphML network; without one a random network is generated.
 #include <cstdint>
 #include <filesystem>
@@ -13,7 +15,7 @@
 
 namespace app {
 
-enum class RunMode { Window, Snapshot, Render, Help };
+enum class RunMode { Window, Snapshot, Render, Help, Version };
 
 struct Options {
   RunMode mode = RunMode::Window;
@@ -36,6 +38,16 @@ struct ParsedOptions {
 // `arguments` excludes the program name.
 ParsedOptions parseOptions(const std::vector<std::string>& arguments);
 
+// --help: the usage with every option.
 std::string usageText();
+
+// The program's version, "0.1" (plexview.__version__ in Python).
+std::string versionNumber();
+
+// --version: "plexview VERSION" and the copyright lines.
+std::string versionText();
+
+// The short hint after a refused command line.
+std::string tryHelpText();
 
 }  // namespace app

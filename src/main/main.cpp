@@ -114,7 +114,9 @@ int runRender(const std::vector<std::string>& processArguments, int argc, char**
   if (!haveDisplay()) {
     // A picture needs OpenGL, and OpenGL a display: lend one.
     runUnderXvfb(processArguments);
-    printError("no display for OpenGL and no xvfb-run: run under a display or install xvfb");
+    printError(
+        "--render draws with OpenGL and needs a display: neither DISPLAY nor WAYLAND_DISPLAY "
+        "is set and xvfb-run was not found (Debian: apt install xvfb xauth)");
     return kFailed;
   }
   const std::filesystem::path startupScript = scripting::prepareInterpreter();
@@ -125,6 +127,12 @@ int runRender(const std::vector<std::string>& processArguments, int argc, char**
 
 int runWindow(const std::vector<std::string>& processArguments, int argc, char** argv,
               const app::Options& options) {
+  if (!haveDisplay()) {
+    printError(
+        "no display for the window: neither DISPLAY nor WAYLAND_DISPLAY is set "
+        "(plexview --render FILE -o OUT.png draws a picture without one)");
+    return kFailed;
+  }
   std::error_code ignored;
   if (!options.script.empty() && !std::filesystem::is_regular_file(options.script, ignored)) {
     printError("no script file " + options.script.string());
@@ -179,7 +187,7 @@ int main(int argc, char** argv) {
   const app::ParsedOptions parsed = app::parseOptions(arguments);
   if (!parsed.options) {
     printError(parsed.error);
-    std::fputs(app::usageText().c_str(), stderr);
+    std::fputs(app::tryHelpText().c_str(), stderr);
     return kUsage;
   }
   const app::Options& options = *parsed.options;
@@ -187,6 +195,9 @@ int main(int argc, char** argv) {
     switch (options.mode) {
       case app::RunMode::Help:
         std::fputs(app::usageText().c_str(), stdout);
+        return 0;
+      case app::RunMode::Version:
+        std::fputs(app::versionText().c_str(), stdout);
         return 0;
       case app::RunMode::Snapshot:
         return runSnapshot(argc, argv, options);

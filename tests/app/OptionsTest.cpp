@@ -1,4 +1,4 @@
-// The program's command line: the window, snapshot, render and help modes
+// The program's command line: the window, snapshot, render, help and version modes
 // with their options, and the combinations refused with the reason.
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 // Every option the parser fills in, in one line.
 std::string summary(const app::Options& o) {
-  static const char* const modes[] = {"window", "snapshot", "render", "help"};
+  static const char* const modes[] = {"window", "snapshot", "render", "help", "version"};
   std::ostringstream text;
   text << modes[static_cast<int>(o.mode)];
   for (const fs::path& file : o.files) text << ' ' << file.string();
@@ -29,6 +29,9 @@ TEST(Options, AcceptedCommandLines) {
       {{}, "window |  |  |  |  | " + D},
       {{"--", "-dash.net", "a.net"}, "window -dash.net a.net |  |  |  |  | " + D},
       {{"x.net", "--help"}, "help x.net |  |  |  |  | " + D},
+      {{"--version", "--bogus"}, "version |  |  |  |  | " + D},
+      {{"--snapshot=o=1.png", "--size=3x4", "--steps=5", "--", "--size=1x1"},
+       "snapshot --size=1x1 |  | o=1.png |  |  | 5 3x4"},
       {{"b", "--snapshot", "o", "--steps", "0", "--size", "7X9"},
        "snapshot b |  | o |  |  | 0 7x9"},
       {{"--snapshot", "o.png", "-"}, "snapshot - |  | o.png |  |  | " + D},
@@ -47,7 +50,8 @@ TEST(Options, AcceptedCommandLines) {
 
 TEST(Options, RefusedCombinationsSayWhy) {
   const std::pair<std::vector<std::string>, std::string> cases[] = {
-      {{"--bogus"}, "--bogus"},
+      {{"--bogus=1"}, "--bogus=1"},
+      {{"--snapshot="}, "--snapshot"},
       {{"--snapshot"}, "--snapshot"},
       {{"--snapshot", "o.png", "--steps", "12x"}, "12x"},
       {{"--snapshot", "o.png", "--size", "0x10"}, "0x10"},

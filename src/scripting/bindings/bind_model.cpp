@@ -1,6 +1,8 @@
 #include "bindings/bind_parts.h"
 #include "bindings/bindings.h"
 
+#include "app/options.h"
+
 namespace plexview {
 
 void bindModel(pybind11::module_& m) {
@@ -8,6 +10,7 @@ void bindModel(pybind11::module_& m) {
       "Plexview's network model: number and vector arrays with NumPy views, the shared "
       "random source, networks with their readers, writers and generators, vertices, and the "
       "network view that lays a network out.";
+  m.attr("__version__") = app::versionNumber();
   bindErrors(m);
   bindEnums(m);
   bindNumberArray(m);
