@@ -4,10 +4,6 @@
 namespace plexview {
 
 void bindModel(pybind11::module_& m) {
-  m.doc() =
-      "Plexview's network model: number and vector arrays with NumPy views, the shared "
-      "random source, networks with their readers, writers and generators, vertices, and the "
-      "network view that lays a network out.";
   bindErrors(m);
   bindEnums(m);
   bindNumberArray(m);
@@ -23,6 +19,7 @@ void bindModel(pybind11::module_& m) {
   bindExport(m);
   bindControllerFiles(m);
   bindColour(m);
+  bindPythonic(m);  // sets the module's docstring too
 }
 
 }  // namespace plexview
