@@ -5,6 +5,8 @@
 # becomes plexview.NAME; helpers start with "_" to stay out of
 # `from plexview import *`.
 
+from __future__ import annotations
+
 __doc__ = """Plexview: 3-D force-directed layout and drawing of complex networks.
 
 A picture of a networkx graph in three lines:
@@ -27,6 +29,7 @@ import numbers as _numbers
 import operator as _operator
 import os as _os
 import warnings as _warnings
+from typing import Any as _Any
 
 import numpy as _np
 
@@ -38,7 +41,7 @@ _POSITION_ATTRIBUTE = "pos"
 _DEFAULT_WEIGHT = "weight"
 
 
-def read(path):
+def read(path: str | _os.PathLike) -> QLONetwork:
     """Reads a network file of any format the program opens, chosen by the
     file's extension (else its content). Raises ReadError (with the file,
     line and reason) when it cannot be read."""
@@ -48,7 +51,8 @@ def read(path):
 # --- layout and rendering ---------------------------------------------------
 
 
-def layout(network, steps=500, theta=None, seed=None):
+def layout(network: QLONetwork, steps: int = 500, theta: float | None = None,
+           seed: int | None = None) -> _np.ndarray:
     """Lays the network out without a window and answers the positions as a
     new (V, 3) float32 array; the network is left as it was.
 
@@ -107,8 +111,10 @@ def _colour_by(controller, color_by):
     controller.selectColorProperty(color_by)
 
 
-def render(network, path, size=(1600, 1200), color_by=None, positions=None, steps=500,
-           theta=None, seed=None, line_width=None):
+def render(network: QLONetwork, path: str | _os.PathLike, size: tuple[int, int] = (1600, 1200),
+           color_by: str | _Any = None, positions: _Any = None, steps: int = 500,
+           theta: float | None = None, seed: int | None = None,
+           line_width: float | None = None) -> str:
     """Draws the network into a file and answers the path written.
 
     The extension picks the format: png, jpg/jpeg, tif/tiff, bmp, gif
@@ -133,16 +139,20 @@ def render(network, path, size=(1600, 1200), color_by=None, positions=None, step
     if positions is None:
         positions = layout(network, steps=steps, theta=theta, seed=seed)
     positions = _checked_positions(network, positions)
+    shared = VXLController.sharedController()
     controller = VXLController.init()
-    controller.setNetwork(network)
-    controller.setPositions(QLOVector3dArray.fromNumpy(positions))
-    if color_by is not None:
-        _colour_by(controller, color_by)
-    view = controller.networkView()
-    view.prepareFrame()
-    if line_width is None:
-        line_width = controller.viewLineWidth()
-    report = view.exportImageToFile(_os.fspath(path), width, height, float(line_width))
+    try:
+        controller.setNetwork(network)
+        controller.setPositions(QLOVector3dArray.fromNumpy(positions))
+        if color_by is not None:
+            _colour_by(controller, color_by)
+        view = controller.networkView()
+        view.prepareFrame()
+        if line_width is None:
+            line_width = controller.viewLineWidth()
+        report = view.exportImageToFile(_os.fspath(path), width, height, float(line_width))
+    finally:
+        _restoreSharedController(shared)
     return str(report["path"])
 
 
@@ -287,7 +297,7 @@ def _networkx_edges(graph, index, count):
     return sources[lower], targets[lower], list(_itertools.compress(data, lower.tolist()))
 
 
-def from_networkx(graph, weight="weight"):
+def from_networkx(graph: _Any, weight: str | None = "weight") -> QLONetwork:
     """A QLONetwork of a networkx graph (Graph, DiGraph, MultiGraph or
     MultiDiGraph, every edge kept, self-loops and parallel edges too).
 
@@ -331,7 +341,7 @@ def _networkx_class(nx, directed, multiple):
     return nx.DiGraph if directed else nx.Graph
 
 
-def to_networkx(network):
+def to_networkx(network: QLONetwork) -> _Any:
     """A networkx graph of the network: a DiGraph when directed, else a
     Graph, or a MultiDiGraph / MultiGraph when some vertices are joined by
     more than one edge; self-loops are kept.
@@ -399,7 +409,7 @@ def to_networkx(network):
 # --- igraph -------------------------------------------------------------------
 
 
-def from_igraph(graph, weight="weight"):
+def from_igraph(graph: _Any, weight: str | None = "weight") -> QLONetwork:
     """A QLONetwork of an igraph Graph, every edge kept (self-loops and
     multiple edges too), directed when it is.
 
@@ -426,14 +436,16 @@ def from_igraph(graph, weight="weight"):
     return _network(count, ends[:, 0], ends[:, 1], weights, graph.is_directed(), attributes)
 
 
-def to_igraph(network):
+def to_igraph(network: QLONetwork) -> _Any:
     """An igraph Graph of the network, with its direction, every edge, the
     edge weights as the "weight" edge attribute (when edge-weighted), the
     "Name" labels as the "name" vertex attribute, "Position" as "pos"
     (3-tuples) and every other vertex property under its own name."""
     ig = _import("igraph", "to_igraph", "igraph")
-    ends = _np.column_stack((network.edgeFromList, network.edgeToList)).astype(_np.int64)
-    graph = ig.Graph(n=network.countVertices(), edges=ends.tolist(), directed=network.isDirected())
+    # igraph takes a list of tuples fastest (numpy arrays and lists of lists
+    # go through a slower path).
+    ends = list(zip(network.edgeFromList.tolist(), network.edgeToList.tolist()))
+    graph = ig.Graph(n=network.countVertices(), edges=ends, directed=network.isDirected())
     if network.isEdgeWeighted():
         graph.es["weight"] = network.edgesWeights.tolist()
     for name, values in _vertex_columns(network, "name", _POSITION_ATTRIBUTE, ()).items():

@@ -14,6 +14,7 @@ from support import ScratchFolderTestCase
 
 class RenderTest(ScratchFolderTestCase):
     def test_read_layout_render_in_every_kind_of_format(self):
+        shared = plexview.VXLController.init()
         plexview.from_networkx(nx.karate_club_graph()).writeToURL(self.path("karate.graphml"))
         network = plexview.read(self.path("karate.graphml"))
         positions = plexview.layout(network, steps=100, seed=3)
@@ -28,7 +29,9 @@ class RenderTest(ScratchFolderTestCase):
                 self.assertTrue(head.startswith(signature), head)
                 if extension == "png":
                     self.assertEqual(struct.unpack(">II", head[16:24]), (320, 240))
-        # The drawn positions are kept in the network, as in a window.
+        # The window's controller is still the shared one; the drawn
+        # positions are kept in the network, as in a window.
+        self.assertEqual(plexview.VXLController.sharedController().uuid(), shared.uuid())
         np.testing.assert_allclose(network.propertyForKey("Position").array(), positions)
 
     def test_colouring_by_values_and_by_an_unknown_property(self):

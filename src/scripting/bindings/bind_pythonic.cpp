@@ -3,6 +3,8 @@
 // embedded module offer them alike.
 #include <pybind11/eval.h>
 
+#include "app/VXLController.h"
+#include "app/controller_registry.h"
 #include "bindings/bind_parts.h"
 #include "pythonic_source.h"
 
@@ -11,6 +13,16 @@ namespace py = pybind11;
 namespace plexview {
 
 void bindPythonic(py::module_& m) {
+  // render() draws through a controller of its own; afterwards the window's
+  // controller must again be the one sharedController() answers.
+  m.def(
+      "_restoreSharedController",
+      [](const VXLController::Ptr& controller) {
+        if (controller) app::registerController(controller->uuid(), controller);
+      },
+      py::arg("controller").none(true),
+      "Makes the controller the one sharedController() answers (None: no change).");
+
   const py::str source(kPythonicSource);
   // Tracebacks show the lines of the source: linecache keeps them under the
   // file name the code is compiled with (a None time stamp: never reloaded).
