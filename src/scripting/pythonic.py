@@ -451,3 +451,7 @@ def to_igraph(network: QLONetwork) -> _Any:
     for name, values in _vertex_columns(network, "name", _POSITION_ATTRIBUTE, ()).items():
         graph.vs[name] = values
     return graph
+
+
+# The future import above binds this name; it is no part of the module.
+del annotations

@@ -2,6 +2,8 @@
 own view of the same graphs; reading by file type, the headless layout, and
 the errors a script sees."""
 
+import ast
+import inspect
 import os
 import sys
 import unittest
@@ -204,6 +206,29 @@ class ReadAndLayoutTest(ScratchFolderTestCase):
             with self.assertRaisesRegex(RuntimeError, "xvfb-run"):
                 plexview.render(self.network, self.path("k.png"))
         self.assertFalse(os.path.exists(self.path("k.png")))
+
+
+class StubTest(unittest.TestCase):
+    def test_the_stub_beside_the_module_matches_it(self):
+        stub = os.path.join(os.path.dirname(plexview.__file__), "plexview.pyi")
+        with open(stub, encoding="utf-8") as source:
+            tree = ast.parse(source.read())
+        named = {node.name: node for node in tree.body
+                 if isinstance(node, (ast.FunctionDef, ast.ClassDef))}
+        functions = [name for name, value in vars(plexview).items()
+                     if inspect.isfunction(value) and not name.startswith("_")]
+        self.assertEqual(set(functions) - set(named), set())
+        for name, node in named.items():
+            if name.startswith("_"):
+                continue
+            self.assertTrue(hasattr(plexview, name), name)
+            for item in getattr(node, "body", []):
+                if isinstance(item, ast.FunctionDef) and not item.name.startswith("__"):
+                    self.assertTrue(hasattr(getattr(plexview, name), item.name),
+                                    f"{name}.{item.name}")
+            if name in functions:
+                stubbed = [a.arg for a in node.args.args]
+                self.assertEqual(stubbed, list(inspect.signature(vars(plexview)[name]).parameters))
 
 
 if __name__ == "__main__":
