@@ -216,11 +216,12 @@ def _set_properties(network, columns):
         network.setPropertiesOfVertices(value, name)
 
 
-def _weights(values, weight, describe):
+def _weights(values, weight, describe, edge):
     """The weight array of a list of weights (None where an edge lacks one),
     or None for an unweighted network. Edges without the attribute weigh 1
     when others have it; a name no edge carries is an error unless it is the
-    default "weight"."""
+    default "weight". describe() tells the attributes there are, edge(i)
+    the ends of the i-th edge."""
     missing = values.count(None)
     if missing == len(values):
         if weight == _DEFAULT_WEIGHT or not values:
@@ -233,7 +234,8 @@ def _weights(values, weight, describe):
     except (TypeError, ValueError):
         bad = next(i for i, v in enumerate(values) if not _is_number(v))
         raise ValueError(
-            "edge %d has the weight %r under %r, which is not a number" % (bad, values[bad], weight)
+            "edge %s has the weight %r under %r, which is not a number"
+            % (edge(bad), values[bad], weight)
         ) from None
 
 
@@ -324,7 +326,8 @@ def from_networkx(graph: _Any, weight: str | None = "weight") -> QLONetwork:
     weights = None
     if weight is not None:
         values = list(map(_operator.methodcaller("get", weight), data))
-        weights = _weights(values, weight, describe)
+        weights = _weights(values, weight, describe,
+                           lambda i: (nodes[sources[i]], nodes[targets[i]]))
 
     attributes = {}
     for i, node_data in enumerate(graph.nodes.values()):
@@ -425,7 +428,7 @@ def from_igraph(graph: _Any, weight: str | None = "weight") -> QLONetwork:
         present = graph.es.attributes()
         values = graph.es[weight] if weight in present else [None] * graph.ecount()
         found = "the edges have: %s" % (", ".join(map(repr, sorted(present))) or "no attributes")
-        weights = _weights(values, weight, lambda: found)
+        weights = _weights(values, weight, lambda: found, lambda i: ends[i])
     attributes = {}
     for name in graph.vs.attributes():
         values = graph.vs[name]

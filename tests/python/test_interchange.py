@@ -126,7 +126,8 @@ class NetworkxTest(unittest.TestCase):
         self.assertFalse(plexview.from_networkx(graph, weight=None).isEdgeWeighted())
         self.assertFalse(plexview.from_networkx(nx.path_graph(4)).isEdgeWeighted())
         graph.edges[0, 1]["label"] = "strong"
-        with self.assertRaisesRegex(ValueError, r"'strong' under 'label'"):
+        with self.assertRaisesRegex(ValueError,
+                                    r"edge \(0, 1\) has the weight 'strong' under 'label'"):
             plexview.from_networkx(graph, weight="label")
 
     def test_a_missing_library_is_named(self):
