@@ -23,6 +23,7 @@ QLONumberArray and QLOVector3dArray with NumPy views. to_networkx,
 from_igraph and to_igraph convert the other way and to igraph.
 """
 
+import gc as _gc
 import importlib as _importlib
 import itertools as _itertools
 import numbers as _numbers
@@ -276,7 +277,8 @@ def _vertex_columns(network, label_attribute, position_attribute, leave_out):
 
 
 def _networkx_edges(graph, index, count):
-    """(sources, targets, edge data dictionaries) of every edge, read from
+    """(sources, targets, edge data dictionaries) of every edge, with the
+    nodes numbered by index (None: the nodes are 0..V-1), read from
     the graph's adjacency dictionaries (node -> neighbour -> data, or ->
     key -> data in multigraphs, as the networkx documentation describes
     them) with C-level iteration only: networkx's own edge views loop in
@@ -286,7 +288,10 @@ def _networkx_edges(graph, index, count):
     neighbours = _np.fromiter(map(len, adjacency.values()), dtype=_np.int64, count=count)
     total = int(neighbours.sum())
     sources = _np.repeat(_np.arange(count, dtype=_np.int64), neighbours)
-    targets = _np.fromiter(map(index, _chain(adjacency.values())), dtype=_np.int64, count=total)
+    neighbour_keys = _chain(adjacency.values())
+    if index is not None:
+        neighbour_keys = map(index, neighbour_keys)
+    targets = _np.fromiter(neighbour_keys, dtype=_np.int64, count=total)
     data = _chain(map(dict.values, adjacency.values()))
     if graph.is_multigraph():
         keydicts = list(data)
@@ -316,7 +321,7 @@ def from_networkx(graph: _Any, weight: str | None = "weight") -> QLONetwork:
     nodes = list(graph)
     count = len(nodes)
     identity = nodes == list(range(count)) and all(type(n) is int for n in nodes)
-    index = dict(zip(nodes, range(count))).__getitem__
+    index = None if identity else dict(zip(nodes, range(count))).__getitem__
     sources, targets, data = _networkx_edges(graph, index, count)
 
     def describe():
@@ -330,7 +335,7 @@ def from_networkx(graph: _Any, weight: str | None = "weight") -> QLONetwork:
                            lambda i: (nodes[sources[i]], nodes[targets[i]]))
 
     attributes = {}
-    for i, node_data in enumerate(graph.nodes.values()):
+    for i, node_data in enumerate(graph._node.values()):
         for key, value in node_data.items():
             attributes.setdefault(key, [None] * count)[i] = value
     if not identity:
@@ -394,6 +399,19 @@ def to_networkx(network: QLONetwork) -> _Any:
     else:
         data = [{} for _ in range(len(sources))]
 
+    # A million new dictionaries would set off the cyclic garbage collector
+    # hundreds of times over objects that can hold no cycle yet.
+    collecting = _gc.isenabled()
+    _gc.disable()
+    try:
+        _fill_adjacency(successors, predecessors, sources, targets, data, multiple)
+    finally:
+        if collecting:
+            _gc.enable()
+    return graph
+
+
+def _fill_adjacency(successors, predecessors, sources, targets, data, multiple):
     if multiple:
         for u, v, d in zip(sources, targets, data):
             forward = successors[u]
@@ -406,7 +424,6 @@ def to_networkx(network: QLONetwork) -> _Any:
         for u, v, d in zip(sources, targets, data):
             successors[u][v] = d
             predecessors[v][u] = d
-    return graph
 
 
 # --- igraph -------------------------------------------------------------------
