@@ -330,9 +330,15 @@ def from_networkx(graph: _Any, weight: str | None = "weight") -> QLONetwork:
 
     weights = None
     if weight is not None:
-        values = list(map(_operator.methodcaller("get", weight), data))
-        weights = _weights(values, weight, describe,
-                           lambda i: (nodes[sources[i]], nodes[targets[i]]))
+        value = _operator.methodcaller("get", weight)
+        try:  # the common case, every edge weighted, without a list between
+            weights = _np.fromiter(map(value, data), dtype=_np.float64, count=len(data))
+        except (TypeError, ValueError):
+            weights = None
+        # numpy reads a missing weight (None) as NaN: those go the long way.
+        if weights is None or _np.isnan(weights).any():
+            weights = _weights(list(map(value, data)), weight, describe,
+                               lambda i: (nodes[sources[i]], nodes[targets[i]]))
 
     attributes = {}
     for i, node_data in enumerate(graph._node.values()):
