@@ -342,8 +342,8 @@ def from_networkx(graph: _Any, weight: str | None = "weight") -> QLONetwork:
 
     attributes = {}
     for i, node_data in enumerate(graph._node.values()):
-        for key, value in node_data.items():
-            attributes.setdefault(key, [None] * count)[i] = value
+        for key, entry in node_data.items():
+            attributes.setdefault(key, [None] * count)[i] = entry
     if not identity:
         attributes["Name"] = [str(node) for node in nodes]
     return _network(count, sources, targets, weights, graph.is_directed(), attributes)
