@@ -21,7 +21,11 @@ class ReadError(ValueError):
 
 def read(path: _Path) -> QLONetwork: ...
 def layout(
-    network: QLONetwork, steps: int = 500, theta: float | None = None, seed: int | None = None
+    network: QLONetwork,
+    steps: int = 500,
+    theta: float | None = None,
+    seed: int | None = None,
+    multilevel: bool | None = None,
 ) -> npt.NDArray[np.float32]: ...
 def render(
     network: QLONetwork,

@@ -52,8 +52,13 @@ def read(path: str | _os.PathLike) -> QLONetwork:
 # --- layout and rendering ---------------------------------------------------
 
 
+# From this many vertices a window opening a network starts its layout on
+# coarser versions of the network, and so does layout().
+_MULTILEVEL_VERTICES = 50000
+
+
 def layout(network: QLONetwork, steps: int = 500, theta: float | None = None,
-           seed: int | None = None) -> _np.ndarray:
+           seed: int | None = None, multilevel: bool | None = None) -> _np.ndarray:
     """Lays the network out without a window and answers the positions as a
     new (V, 3) float32 array; the network is left as it was.
 
@@ -64,7 +69,9 @@ def layout(network: QLONetwork, steps: int = 500, theta: float | None = None,
     of the program's own force-directed layout. theta None lets the size
     choose the repulsion (every pair below 20,000 vertices, Barnes-Hut with
     theta 0.8 from there on); a number fixes the Barnes-Hut opening angle
-    (0: every pair)."""
+    (0: every pair). multilevel True places a random start on coarser
+    versions of the network first (the multilevel start); None does so for
+    networks of 50,000 vertices or more, as a window opening them does."""
     if steps < 0:
         raise ValueError("steps must be 0 or more, got %r" % (steps,))
     if seed is not None:
@@ -72,7 +79,8 @@ def layout(network: QLONetwork, steps: int = 500, theta: float | None = None,
     view = VXLNetworkView()
     view.setNetwork(network)
     start = network.propertyForKey("Position")
-    if seed is None and isinstance(start, QLOVector3dArray):
+    stored = seed is None and isinstance(start, QLOVector3dArray)
+    if stored:
         # A copy: the view moves its positions in place.
         view.setPositions(QLOVector3dArray.fromNumpy(_np.array(start.array(), dtype=_np.float32)))
     if theta is None:
@@ -80,6 +88,10 @@ def layout(network: QLONetwork, steps: int = 500, theta: float | None = None,
     else:
         view.setBarnesHutTheta(float(theta))
     view.prepareFrame()
+    if multilevel is None:
+        multilevel = not stored and network.countVertices() >= _MULTILEVEL_VERTICES
+    if multilevel:
+        view.multilevelStart()
     view.iterateBy(int(steps))
     return _np.array(view.positions().array(), dtype=_np.float32)
 

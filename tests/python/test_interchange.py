@@ -201,6 +201,14 @@ class ReadAndLayoutTest(ScratchFolderTestCase):
         self.assertFalse(np.array_equal(moved, first))
         np.testing.assert_array_equal(self.network.propertyForKey("Position").array(), first)
 
+    def test_multilevel_start_places_a_random_start(self):
+        ring = QLONetwork.initWithEdges(400, np.arange(400), (np.arange(400) + 1) % 400)
+        plain = plexview.layout(ring, steps=0, seed=2)
+        placed = plexview.layout(ring, steps=0, seed=2, multilevel=True)
+        self.assertEqual(placed.shape, (400, 3))
+        self.assertTrue(np.isfinite(placed).all())
+        self.assertFalse(np.array_equal(placed, plain))
+
     def test_render_without_a_display_says_what_to_do(self):
         hidden = {name: "" for name in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
         with mock.patch.dict(os.environ, hidden):
