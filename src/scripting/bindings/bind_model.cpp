@@ -6,10 +6,6 @@
 namespace plexview {
 
 void bindModel(pybind11::module_& m) {
-  m.doc() =
-      "Plexview's network model: number and vector arrays with NumPy views, the shared "
-      "random source, networks with their readers, writers and generators, vertices, and the "
-      "network view that lays a network out.";
   m.attr("__version__") = app::versionNumber();
   bindErrors(m);
   bindEnums(m);
@@ -26,6 +22,7 @@ void bindModel(pybind11::module_& m) {
   bindExport(m);
   bindControllerFiles(m);
   bindColour(m);
+  bindPythonic(m);  // sets the module's docstring too
 }
 
 }  // namespace plexview

@@ -28,5 +28,8 @@ void bindControllerFiles(pybind11::module_& m);
 void bindColour(pybind11::module_& m);
 // Its categorical part, added to the submodule by bindColour().
 void bindCategories(pybind11::module_& colourModule);
+// The Python-level functions (read, layout, render, networkx and igraph
+// interchange); they use every class above, so they come last.
+void bindPythonic(pybind11::module_& m);
 
 }  // namespace plexview
