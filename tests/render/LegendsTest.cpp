@@ -45,6 +45,13 @@ TEST_F(Legend, FrameHasOneRowPerLabelBeyondTheFirstWithinTheMargins) {
   // The widest label sets the width.
   EXPECT_DOUBLE_EQ(sized(legend({"x1", "a much wider label"})).width,
                    sized(legend({"a much wider label"})).width);
+  // Set margins count in heights too; new margins or a new height measure again.
+  auto m = legend({"x1"});
+  m->frameSize();
+  m->setMarginSize({6, 20});
+  EXPECT_DOUBLE_EQ(m->frameSize().height, 40);
+  m->setHeight(2);
+  EXPECT_DOUBLE_EQ(m->frameSize().height, 80);
 }
 
 TEST_F(Legend, TitleTakesARowMeasuredAgainstTheLabelColumnButASetTitleKeepsTheFrame) {
@@ -63,14 +70,6 @@ TEST_F(Legend, TitleTakesARowMeasuredAgainstTheLabelColumnButASetTitleKeepsTheFr
   EXPECT_EQ(l->frameSize(), first);
   l->setHeight(1.0);  // the same height, but the frame is measured again
   EXPECT_GT(l->frameSize().height, first.height);
-}
-
-TEST_F(Legend, MarginsAndHeightMeasureAgain) {
-  auto m = legend({"x1"});
-  m->setMarginSize({6, 20});
-  EXPECT_DOUBLE_EQ(m->frameSize().height, 40);
-  m->setHeight(2);
-  EXPECT_DOUBLE_EQ(m->frameSize().height, 80);
 }
 
 // The image of a legend at a readable scale, read with y upwards from the
