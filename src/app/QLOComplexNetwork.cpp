@@ -36,15 +36,13 @@ bool QLOComplexNetwork::readFromURL(const fs::path& url, std::string_view type,
   readError_ = ReadError{};
   if (app::typeConformsTo(type, app::kComplexNetworkType)) {
     setNetworkToBeOppened(QLONetwork::initWithContentsOfURL(url, &readError_));
-    // Another tool's file is never written over.
-    const QLONetwork::Ptr read = networkToBeOppened();
-    if (read && !read->isPlexviewDocument()) becomeUntitledCopyOf(url);
   } else if (app::typeConformsTo(type, app::kPajekNetworkType)) {
-    // Untitled, so that saving never writes GraphML over the Pajek file.
-    becomeUntitledCopyOf(url);
     setNetworkToBeOppened(QLONetwork::initWithContentsOfPajekURL(url, &readError_));
   } else {
     readError_ = ReadError{url.string(), 0, "not a network file"};
+  }
+  if (const QLONetwork::Ptr read = networkToBeOppened(); read && !savesInPlace(url, type, *read)) {
+    becomeUntitledCopyOf(url);
   }
   // A caller that asks for no error is told the read went well, whatever
   // happened; that is how callers without an error have always been served.
@@ -55,9 +53,17 @@ bool QLOComplexNetwork::readFromURL(const fs::path& url, std::string_view type,
 }
 
 void QLOComplexNetwork::becomeUntitledCopyOf(const fs::path& url) {
-  fileURL_.clear();
-  displayName_ = url.stem().string();
-  fileType_ = app::kComplexNetworkType;
+  setFileURL({});
+  // "karate.net.gz" is named "karate", like "karate.net".
+  const fs::path name = url.extension() == ".gz" ? url.stem() : url;
+  setDisplayName(name.stem().string());
+  setFileType(std::string(app::kComplexNetworkType));
+}
+
+bool QLOComplexNetwork::savesInPlace(const fs::path& url, std::string_view type,
+                                     const QLONetwork& network) {
+  return app::typeConformsTo(type, app::kComplexNetworkType) && url.extension() != ".gz" &&
+         network.isPlexviewDocument();
 }
 
 void QLOComplexNetwork::loadOpennedNetwork() {

@@ -115,6 +115,11 @@ class QLOComplexNetwork {
   // Leaves the document without a location, named after `url` and of the
   // native type: its first save asks where.
   void becomeUntitledCopyOf(const std::filesystem::path& url);
+  // Whether a file read as `network` of `type` may be saved back in place:
+  // only Plexview's own uncompressed GraphML documents are. A Pajek file,
+  // another tool's GraphML file or a compressed file is never written over.
+  static bool savesInPlace(const std::filesystem::path& url, std::string_view type,
+                           const QLONetwork& network);
 
   // --- Saving ---
   // Writes the shown network (its "Position" updated from the layout) as

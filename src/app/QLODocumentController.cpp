@@ -117,15 +117,12 @@ QLOComplexNetwork::Ptr QLODocumentController::loadIntoWindow(const QLOComplexNet
   document->setFileType(*read.type);
   document->setNetworkToBeOppened(read.network);
   document->setIsMajorComponentOnlySelected(isMajorComponentOnlySelected());
-  if (app::typeConformsTo(document->fileType(), app::kPajekNetworkType) ||
-      !read.network->isPlexviewDocument()) {
-    // Untitled, named after the file: saving never writes over a Pajek file
-    // or another tool's GraphML file.
-    document->setFileURL({});
-    document->setDisplayName(url.stem().string());
-    document->setFileType(std::string(app::kComplexNetworkType));
-  } else {
+  if (QLOComplexNetwork::savesInPlace(url, document->fileType(), *read.network)) {
     document->setFileURL(url);
+  } else {
+    // Untitled, named after the file: saving never writes over a Pajek file,
+    // another tool's GraphML file or a compressed file.
+    document->becomeUntitledCopyOf(url);
   }
   document->loadOpennedNetwork();
   // The window now shows the file as it is on disk.

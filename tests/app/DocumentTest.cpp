@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <cstdlib>
 
 #include <QCoreApplication>
 #include <QSettings>
@@ -419,6 +420,15 @@ TEST_F(Documents, AutosaveWritesInPlaceOnlyOverOurOwnDocuments) {
   ASSERT_TRUE(processEventsUntil([&] { return !document->isDocumentEdited(); }));
   EXPECT_NE(contentsOf(file), ours);
   EXPECT_TRUE(document->autosavedContentsFileURL().empty());
+
+  // Our own document compressed: untitled as well, so that a save never
+  // writes plain text under the compressed name.
+  const fs::path plain = copyAs(kNative, "packed.graphml");
+  ASSERT_EQ(std::system(("gzip -f '" + plain.string() + "'").c_str()), 0);
+  const auto packed = open(fs::path(plain.string() + ".gz"));
+  ASSERT_TRUE(packed);
+  EXPECT_TRUE(packed->fileURL().empty());
+  EXPECT_EQ(packed->displayName(), "packed");
 }
 
 TEST_F(Documents, AutosavesLeftByACrashAreOfferedBackAndReopenUntitled) {
