@@ -3,7 +3,8 @@
 // time. Needs an X display:
 //   xvfb-run -a -s "-screen 0 1024x768x24" build/bench/bench_frame
 // PLEXVIEW_GL=legacy measures the fixed-function renderer instead of the
-// shader one.
+// shader one; BENCH_FRAME_PICTURES=DIR keeps the last frame of each frame
+// benchmark and the exported picture there as PNGs.
 #include <benchmark/benchmark.h>
 
 #include <GL/gl.h>
@@ -98,9 +99,9 @@ void drawFrames(benchmark::State& state, VXLNetworkView& view) {
   }
   state.counters["allCPU"] =
       benchmark::Counter(processSeconds() - start, benchmark::Counter::kAvgIterations);
-  // BENCH_FRAME_PICTURES=DIR keeps the last frame of each benchmark as a PNG.
   if (const char* dir = std::getenv("BENCH_FRAME_PICTURES")) {
-    const std::string name = "frame_" + std::to_string(state.range(0));
+    const std::string name =
+        std::string(view.showEdges() ? "frame_" : "vertices_") + std::to_string(state.range(0));
     gTarget->toImage().save(QString::fromStdString(std::string(dir) + "/" + name + ".png"));
     gTarget->bind();
   }
@@ -157,6 +158,10 @@ void BM_Export(benchmark::State& state) {
   }
   state.counters["allCPU"] =
       benchmark::Counter(processSeconds() - start, benchmark::Counter::kAvgIterations);
+  if (const char* dir = std::getenv("BENCH_FRAME_PICTURES")) {
+    std::filesystem::copy_file(path, std::filesystem::path(dir) / "export.png",
+                               std::filesystem::copy_options::overwrite_existing);
+  }
   std::filesystem::remove(path);
 }
 BENCHMARK(BM_Export)->Arg(100000)->Unit(benchmark::kMillisecond);
