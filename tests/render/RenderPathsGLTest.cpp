@@ -114,6 +114,20 @@ TEST_F(RenderPaths, BothPathsDrawTheSameScene) {
       const auto w = project(view, p);
       EXPECT_EQ(view.pickAt(w[0], w[1], 3, 3), i);
     }
+    // Along each edge, a quarter of the way from one end (clear of the
+    // spheres): the same colour, the ends' colours mixed alike.
+    for (std::uint64_t i = 0; i < 12; ++i) {
+      for (const std::uint64_t j : {i + 1, i + 4}) {
+        if (j >= 12 || (j == i + 1 && i % 4 == 3)) continue;
+        const Vec3d p = {
+            -6 + 4 * (0.75 * static_cast<double>(i % 4) + 0.25 * static_cast<double>(j % 4)),
+            -4 + 4 * (0.75 * static_cast<double>(i / 4) + 0.25 * static_cast<double>(j / 4)),
+            0.75 * static_cast<double>(i % 3) * 2 + 0.25 * static_cast<double>(j % 3) * 2 - 2};
+        const Pixel a = pixelAt(legacy, view, p), b = pixelAt(shader, view, p);
+        EXPECT_TRUE(near(a, b, 12)) << "edge " << i << "-" << j << ": " << a << " vs " << b;
+        EXPECT_EQ(background(b, c.background), !view.showEdges()) << "edge " << i << "-" << j;
+      }
+    }
   }
 }
 
