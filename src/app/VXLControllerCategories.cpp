@@ -27,9 +27,11 @@ void VXLController::colourByCategories(const TextList& values) {
   showColours(std::move(result.colors));
   view_->setHideSpecialVertices(hide == HideSwitch::On);
   if (hide == HideSwitch::On) view_->setHiddenVertices(std::move(result.hidden));
-  view_->setLegends(VXLLegends::initWithTitle("", std::move(result.legendLabels),
-                                              std::move(result.legendColors),
-                                              LegendKind::Categorical, background()));
+  auto legend =
+      VXLLegends::initWithTitle("", std::move(result.legendLabels), std::move(result.legendColors),
+                                LegendKind::Categorical, background());
+  legend->setReadable(colour_.propertyTitle, {});
+  view_->setLegends(std::move(legend));
 }
 
 std::shared_ptr<QLOVector3dArray> VXLController::categoryColours(const TextList& values) const {

@@ -8,6 +8,7 @@
 #include "app/QLOComplexNetwork.h"
 #include "app/VXLController.h"
 #include "colour/legendscale.h"
+#include "colour/legendticks.h"
 #include "colour/scalarcolours.h"
 #include "quillo/log.h"
 #include "render/VXLLegends.h"
@@ -243,8 +244,12 @@ void VXLController::colourByNumbers(const QLONumberArray& property) {
   colour::LegendScale scale =
       colour::legendScale(limits, settings.function, settings.transform.powerCoefficient,
                           settings.map, settings.colours);
-  view_->setLegends(VXLLegends::initWithTitle("", std::move(scale.labels), std::move(scale.colors),
-                                              LegendKind::Continuous, background()));
+  auto legend = VXLLegends::initWithTitle("", std::move(scale.labels), std::move(scale.colors),
+                                          LegendKind::Continuous, background());
+  legend->setReadable(
+      colour_.propertyTitle,
+      colour::legendBarTicks(limits, settings.function, settings.transform.powerCoefficient));
+  view_->setLegends(std::move(legend));
   showColours(colour::colorsForScalarValues(values.data(), n, settings));
   view_->setHideSpecialVertices(false);
 }

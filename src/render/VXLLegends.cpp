@@ -159,15 +159,43 @@ void VXLLegends::useLightBackgroundDefaults() {
   requiresUpdate_ = true;
 }
 
+void VXLLegends::setReadable(std::string title, std::vector<colour::BarTick> ticks) {
+  std::lock_guard lock(lock_);
+  readableTitle_ = std::move(title);
+  readableTicks_ = std::move(ticks);
+  if (style_ == LegendStyle::Readable) frameSize_ = {0, 0};
+  requiresUpdate_ = true;
+}
+
+std::string VXLLegends::readableTitle() const {
+  return read(readableTitle_);
+}
+
+LegendStyle VXLLegends::style() const {
+  return read(style_);
+}
+
+void VXLLegends::setStyle(LegendStyle style) {
+  std::lock_guard lock(lock_);
+  if (style == style_) return;  // no new image for nothing
+  write(style_, style, FrameRule::Drop);
+}
+
+LegendLook VXLLegends::drawnLook() const {
+  std::lock_guard lock(lock_);
+  if (style_ == LegendStyle::Rows) return look_;
+  return legend::readableLook(look_, readableTitle_, readableTicks_);
+}
+
 TextSize VXLLegends::frameSize() {
   std::lock_guard lock(lock_);
-  if (frameSize_ == TextSize{0, 0}) frameSize_ = legend::frameSize(look_);
+  if (frameSize_ == TextSize{0, 0}) frameSize_ = legend::frameSize(drawnLook());
   return frameSize_;
 }
 
-QImage VXLLegends::makeImage() {
+QImage VXLLegends::makeImage(std::vector<legend::PlacedText>* texts) {
   std::lock_guard lock(lock_);
-  return legend::paint(look_, frameSize());
+  return legend::paint(drawnLook(), frameSize(), texts);
 }
 
 void VXLLegends::genTexture() {

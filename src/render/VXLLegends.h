@@ -65,6 +65,12 @@ class VXLLegends {
   void setInternalBoxRadius(float radius);
   bool requiresUpdate() const { return requiresUpdate_.load(); }
   void setRequiresUpdate(bool value);
+  // The title and bar ticks drawn in the Readable style (the Rows style
+  // draws `title` and `labels`).
+  void setReadable(std::string title, std::vector<colour::BarTick> ticks);
+  std::string readableTitle() const;
+  LegendStyle style() const;
+  void setStyle(LegendStyle style);  // a new style is measured and painted afresh
   unsigned int texName() const;
   TextSize texSize() const;  // of the last image painted
 
@@ -75,8 +81,9 @@ class VXLLegends {
 
   // The image size, measured again when the cached one is 0 x 0.
   TextSize frameSize();
-  // Paints the image of frameSize (no GL; null without a QGuiApplication).
-  QImage makeImage();
+  // Paints the image of frameSize (no GL; null without a QGuiApplication);
+  // with `texts` given they are listed there instead of painted.
+  QImage makeImage(std::vector<legend::PlacedText>* texts = nullptr);
   // Paints the image, records texSize, and loads it into the rectangle
   // texture of the current context (a new size defines it afresh, the same
   // size replaces the pixels); without a context it says so in the log and
@@ -110,7 +117,12 @@ class VXLLegends {
   unsigned int texName_ = 0;
   TextSize texSize_{0, 0};
   TextSize definedSize_{0, 0};  // the size of the texture's image
+  LegendLook drawnLook() const;
+
   LegendLook look_;
+  LegendStyle style_ = LegendStyle::Rows;
+  std::string readableTitle_;
+  std::vector<colour::BarTick> readableTicks_;
   std::atomic<bool> hasBackground_{true};
   TextSize frameSize_{0, 0};
   std::atomic<bool> requiresUpdate_{true};

@@ -28,6 +28,7 @@
 #include "quillo/QLOVector3dArray.h"
 #include "render/VXLCamera.h"
 #include "render/exportreport.h"
+#include "render/legendstyle.h"
 #include "render/renderer.h"
 
 class GLString;
@@ -456,7 +457,16 @@ class VXLNetworkView {
   void drawInfo();
   // The same over a width x height picture drawn in tiles: `window` maps the
   // whole picture's clip volume onto the tile's viewport (tileWindow).
-  void drawInfo(double width, double height, const Matrix4& window);
+  enum class OverlaySet { All, LegendOnly };
+  void drawInfo(double width, double height, const Matrix4& window,
+                OverlaySet set = OverlaySet::All);
+  // How the legend labels itself in the window (Rows: as its colouring
+  // gave it, the default) and in exported pictures and documents (Readable:
+  // its title and round ticks, the default).
+  LegendStyle legendStyle() const;
+  void setLegendStyle(LegendStyle style);
+  LegendStyle exportLegendStyle() const;
+  void setExportLegendStyle(LegendStyle style);
 
   // --- Image and vector export (VXLNetworkViewExport.cpp) ---
   // Writes the view to `path` as a picture of width x height pixels ((0, 0):
@@ -522,7 +532,11 @@ class VXLNetworkView {
     std::shared_ptr<GLString> camTex, infoTex, vertexTex, msgTex, errTex, capsTex;
   } overlays_;
   double secondsSinceStart() const;
-  void fitLegendsHeight();  // lock_ held
+  void fitLegendsHeight();                 // lock_ held
+  void useLegendStyle(LegendStyle style);  // on the installed legend; lock_ held
+  // While a gl2ps page records: the legend as an image with its texts kept
+  // as text, placed as drawInfo places it on a width x height picture.
+  void recordLegend(double width, double height);
 
  private:
   static constexpr auto kRelaxed = std::memory_order_relaxed;
@@ -587,6 +601,8 @@ class VXLNetworkView {
     std::atomic<float> edgesIntensity{0.6f};
     std::atomic<float> verticesIntensity{1.0f};
     std::atomic<bool> showLegends{true};
+    std::atomic<LegendStyle> legendStyle{LegendStyle::Rows};
+    std::atomic<LegendStyle> exportLegendStyle{LegendStyle::Readable};
     std::atomic<bool> limitNodes{true};
     std::atomic<bool> limitEdges{true};
     std::atomic<bool> blackBackground{false};

@@ -121,6 +121,7 @@ VXLNetworkView::ExportPass VXLNetworkView::beginExportPass(int width, int height
   {
     std::lock_guard lock(lock_);
     fitLegendsHeight();
+    useLegendStyle(exportLegendStyle());
   }
   updateModelView();
   return pass;
@@ -132,6 +133,7 @@ void VXLNetworkView::endExportPass(const ExportPass& pass) {
     camera_ = pass.camera;
     worldRotation_ = pass.worldRotation;
     fitLegendsHeight();
+    useLegendStyle(legendStyle());
   }
   updateInfoString();  // it gave the picture's size
   // The view's own context may have seen another projection, or a pending
@@ -214,7 +216,8 @@ QImage VXLNetworkView::drawExportTiles(ExportReport& report, float lineWidth) {
     // The overlays are placed over the whole picture, and each tile shows
     // its part of them through the same window as the scene: no viewport
     // larger than a tile is needed, however large the picture.
-    if (fInfo()) drawInfo(W, H, tileWindow(tile, W, H));
+    // Without the texts a picture still shows the legend the window would.
+    drawInfo(W, H, tileWindow(tile, W, H), fInfo() ? OverlaySet::All : OverlaySet::LegendOnly);
     glFlush();
     const auto offset = 4 * (static_cast<qsizetype>(tile.y) * W + tile.x);
     target.read(tile.width, tile.height, rows.bits() + offset, W);
@@ -264,6 +267,7 @@ void VXLNetworkView::exportVector(ExportReport& report, float lineWidth) {
     setLineWidth(lineWidth);
     drawCommands();
     setLineWidth(ownLineWidth);
+    recordLegend(report.width, report.height);
     if (report.format == ExportFormat::Ps) {
       guard.unlock();
       end = vector_export::endPage();

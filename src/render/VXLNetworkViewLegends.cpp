@@ -1,5 +1,6 @@
-// The view's legend: installing it and keeping its height in step with the
-// legends height and the view's height.
+// The view's legend: installing it, keeping its height in step with the
+// legends height and the view's height, and its style (the window's, or the
+// exports' while one is drawn).
 #include "render/VXLLegends.h"
 #include "render/VXLNetworkView.h"
 
@@ -24,6 +25,7 @@ void VXLNetworkView::setLegends(std::shared_ptr<VXLLegends> legends) {
   }
   overlays_.legends = std::move(legends);
   fitLegendsHeight();
+  useLegendStyle(legendStyle());
 }
 
 void VXLNetworkView::setLegendsHeight(float value) {
@@ -36,4 +38,26 @@ void VXLNetworkView::fitLegendsHeight() {
   if (!overlays_.legends) return;
   overlays_.legends->setHeight(static_cast<double>(legendsHeight()) / kLegendReferenceHeight *
                                static_cast<double>(camera_.viewHeight));
+}
+
+LegendStyle VXLNetworkView::legendStyle() const {
+  return options_.legendStyle.load(kRelaxed);
+}
+
+void VXLNetworkView::setLegendStyle(LegendStyle style) {
+  options_.legendStyle.store(style, kRelaxed);
+  std::lock_guard lock(lock_);
+  useLegendStyle(style);
+}
+
+LegendStyle VXLNetworkView::exportLegendStyle() const {
+  return options_.exportLegendStyle.load(kRelaxed);
+}
+
+void VXLNetworkView::setExportLegendStyle(LegendStyle style) {
+  options_.exportLegendStyle.store(style, kRelaxed);
+}
+
+void VXLNetworkView::useLegendStyle(LegendStyle style) {
+  if (overlays_.legends) overlays_.legends->setStyle(style);
 }

@@ -198,7 +198,8 @@ void VXLNetworkView::drawInfo() {
   drawInfo(viewport[2], viewport[3], kIdentity);
 }
 
-void VXLNetworkView::drawInfo(const double w, const double h, const Matrix4& window) {
+void VXLNetworkView::drawInfo(const double w, const double h, const Matrix4& window,
+                              OverlaySet set) {
   std::lock_guard context(contextLock_);
   struct Texts {
     std::string camera, info, vertexInfo, message, error, capabilities;
@@ -211,7 +212,9 @@ void VXLNetworkView::drawInfo(const double w, const double h, const Matrix4& win
              overlays_.messageText, overlays_.errorText, overlays_.capabilities,
              overlays_.msgTime,     overlays_.errorTime};
   }
-  if (fDrawCaps() && texts.capabilities.empty()) texts.capabilities = capabilitiesText();
+  const bool all = set == OverlaySet::All;
+  if (!all) texts = {};
+  if (all && fDrawCaps() && texts.capabilities.empty()) texts.capabilities = capabilitiesText();
   std::vector<std::shared_ptr<VXLLegends>> retired;
   {
     std::lock_guard lock(lock_);
@@ -250,7 +253,7 @@ void VXLNetworkView::drawInfo(const double w, const double h, const Matrix4& win
     GLString& text = textTexture(overlays_.vertexTex, texts.vertexInfo, details);
     text.drawAtPoint(w - kInset - text.frameSize().width, h - kInset - text.frameSize().height);
   }
-  if (fDrawCaps() && !texts.capabilities.empty()) {
+  if (all && fDrawCaps() && !texts.capabilities.empty()) {
     const Look caps{kErrorAttributes, GLString::kWhite, kGreyBox, kGreyBorder};
     GLString& text = textTexture(overlays_.capsTex, texts.capabilities, caps);
     text.drawAtPoint(w - kInset - text.frameSize().width, kInset);
@@ -259,7 +262,7 @@ void VXLNetworkView::drawInfo(const double w, const double h, const Matrix4& win
   // The message and the error fade out; the error goes below the message.
   const double now = secondsSinceStart();
   double y = kInset;
-  if (const auto c = fadeIntensity(now, texts.msgTime)) {
+  if (const auto c = all ? fadeIntensity(now, texts.msgTime) : std::nullopt) {
     glColor4f(*c, *c, *c, *c);
     GLString& text = textTexture(overlays_.msgTex, texts.message, grey);
     text.drawAtPoint(kInset, kInset);

@@ -55,8 +55,8 @@ colour::Rgba withAlpha(colour::Rgba c, float alpha) {
 // Paints in the legend's own coordinates: y upwards from the image's bottom.
 class UpwardsPainter {
  public:
-  UpwardsPainter(QImage& image, const TextMeasure& measure)
-      : painter_(&image), measure_(measure), bottom_(image.height()) {
+  UpwardsPainter(QImage& image, const TextMeasure& measure, std::vector<PlacedText>* texts)
+      : painter_(&image), measure_(measure), bottom_(image.height()), texts_(texts) {
     painter_.setRenderHint(QPainter::Antialiasing, true);
     painter_.setRenderHint(QPainter::TextAntialiasing, true);
     painter_.setFont(measure.font());
@@ -69,6 +69,10 @@ class UpwardsPainter {
   void text(const std::string& text, double x, double y, colour::Rgba colour) {
     const TextSize size = measure_(text);
     if (size.width <= 0) return;  // empty, or a legend scaled to nothing
+    if (texts_) {
+      texts_->push_back({text, x, y, measure_.font().pointSizeF(), colour});
+      return;
+    }
     painter_.setPen(qColour(colour));
     painter_.drawText(rect(x, y - size.height * 0.5, size.width, size.height),
                       Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip,
@@ -80,6 +84,7 @@ class UpwardsPainter {
   QPainter painter_;
   const TextMeasure& measure_;
   double bottom_;
+  std::vector<PlacedText>* texts_;
 };
 
 void paintBackground(UpwardsPainter& painter, const LegendLook& look, TextSize frame) {
@@ -123,11 +128,37 @@ void paintBoxes(UpwardsPainter& painter, const LegendLook& look, const Columns& 
   }
 }
 
+// Ticks at their places along the bar: labelled ones across it, minor ones
+// a third of the way in from its right side; a label closer to the one below
+// it than a text's height is left out.
+void paintTicks(UpwardsPainter& painter, const LegendLook& look, const Columns& columns,
+                double barHeight) {
+  const double h = look.height, margin = look.marginSize.height * h;
+  const QColor tick = qColour(look.borderColor);
+  QPainter& qt = painter.qt();
+  qt.setPen(QPen(tick, 0.5 * h));
+  double lastLabel = -1e300;
+  for (const colour::BarTick& t : look.ticks) {
+    const double y = margin + static_cast<double>(t.at) * barHeight;
+    const double length = (t.label.empty() ? 5.0 : kSwatchWidth + 2.0) * h;
+    const double right = columns.x0 + (kSwatchWidth + 2.0) * h;
+    const QRectF line = painter.rect(right - length, y, length, 0);
+    qt.drawLine(line.topLeft(), line.topRight());
+    if (t.label.empty() || y - lastLabel < columns.rowHeight) continue;
+    painter.text(t.label, columns.labelsX, y, look.textColor);
+    lastLabel = y;
+  }
+}
+
 void paintBar(UpwardsPainter& painter, const LegendLook& look, const Columns& columns,
               TextSize frame) {
   const double h = look.height, margin = look.marginSize.height * h;
   QPainter& qt = painter.qt();
-  const QRectF bar = painter.rect(columns.x0, margin, kSwatchWidth * h, frame.height - 2 * margin);
+  // A ticked bar leaves the top row to its title.
+  const bool titleRow = !look.ticks.empty() && !look.title.empty();
+  const double top = titleRow ? kRowSpacing * columns.rowHeight : 0.0;
+  const QRectF bar =
+      painter.rect(columns.x0, margin, kSwatchWidth * h, frame.height - 2 * margin - top);
   const double radius = look.internalBoxRadius * h;
   QPainterPath outline;
   outline.addRoundedRect(bar, radius, radius);
@@ -153,6 +184,10 @@ void paintBar(UpwardsPainter& painter, const LegendLook& look, const Columns& co
     qt.drawRect(painter.rect(columns.x0, y - 0.25 * h, kSwatchWidth * h, 0.5 * h));
   }
 
+  if (!look.ticks.empty()) {
+    paintTicks(painter, look, columns, bar.height());
+    return;
+  }
   double y = margin;
   for (const std::string& label : look.labels) {
     painter.text(label, columns.labelsX, y, look.textColor);
@@ -210,12 +245,26 @@ TextSize frameSize(const LegendLook& look) {
           height * kRowSpacing * rows + 2 * h * look.marginSize.height};
 }
 
-QImage paint(const LegendLook& look, TextSize frame) {
+LegendLook readableLook(LegendLook look, std::string title, std::vector<colour::BarTick> ticks) {
+  look.title = std::move(title);
+  if (look.continuous && !ticks.empty()) {
+    const std::size_t rows = look.labels.size();
+    look.labels.clear();
+    for (const colour::BarTick& t : ticks) {
+      if (!t.label.empty()) look.labels.push_back(t.label);
+    }
+    look.labels.resize(std::max(rows, look.labels.size()));
+    look.ticks = std::move(ticks);
+  }
+  return look;
+}
+
+QImage paint(const LegendLook& look, TextSize frame, std::vector<PlacedText>* texts) {
   if (!overlay::haveGuiApplication()) return {};
   QImage image = overlay::blankImage(frame.width, frame.height);
   usePointsAsPixels(image);
   const TextMeasure measure(look.height);
-  UpwardsPainter painter(image, measure);
+  UpwardsPainter painter(image, measure, texts);
   paintAll(painter, look, frame, measure);
   painter.qt().end();  // before the image is handed out
   return image;

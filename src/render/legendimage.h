@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "colour/legendticks.h"
 #include "colour/rgba.h"
+#include "render/legendstyle.h"
 #include "render/overlaytexture.h"
 
 struct LegendLook {
@@ -19,6 +21,8 @@ struct LegendLook {
   TextSize marginSize{6, 10};
   float boxRadius = 3.0f;
   float internalBoxRadius = 1.0f;
+  // When not empty the bar is labelled at these places instead of by rows.
+  std::vector<colour::BarTick> ticks;
 };
 
 namespace legend {
@@ -36,8 +40,23 @@ inline constexpr double kSwatchWidth = 15.0;  // boxes and bar
 // QGuiApplication.
 TextSize frameSize(const LegendLook& look);
 
+// `look` with `title` and, on a bar, the ticks in place of the row labels;
+// the rows stay as many, so the bar keeps its length.
+LegendLook readableLook(LegendLook look, std::string title, std::vector<colour::BarTick> ticks);
+
+// A text the painter left out: its left edge at x, vertically centred on y
+// (y upwards from the image's bottom), in pixels of the image.
+struct PlacedText {
+  std::string text;
+  double x, y;
+  double pointSize;
+  colour::Rgba colour;
+};
+
 // The legend painted into a premultiplied RGBA image of `frame` (rounded up
-// to whole pixels). Null without a QGuiApplication.
-QImage paint(const LegendLook& look, TextSize frame);
+// to whole pixels). With `texts` given, the texts are not painted but listed
+// there (so that a vector document can keep them as text). Null without a
+// QGuiApplication.
+QImage paint(const LegendLook& look, TextSize frame, std::vector<PlacedText>* texts = nullptr);
 
 }  // namespace legend

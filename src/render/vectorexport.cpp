@@ -3,6 +3,8 @@
 #include <GL/gl.h>
 #include <gl2ps.h>
 
+#include <cmath>
+
 namespace vector_export {
 namespace {
 
@@ -60,6 +62,17 @@ void beginBlendMarker() {
 
 void lineWidthMarker(float width) {
   if (gRecording) gl2psLineWidth(width);
+}
+
+void image(int width, int height, const float* rgb) {
+  if (gRecording) gl2psDrawPixels(width, height, 0, 0, GL_RGB, GL_FLOAT, rgb);
+}
+
+void text(const std::string& text, double pointSize, const float (&rgba)[4]) {
+  if (!gRecording) return;
+  GL2PSrgba colour = {rgba[0], rgba[1], rgba[2], rgba[3]};
+  gl2psTextOptColor(text.c_str(), "Helvetica", static_cast<GLshort>(std::lround(pointSize)),
+                    GL2PS_TEXT_CL, 0.0f, colour);
 }
 
 }  // namespace vector_export

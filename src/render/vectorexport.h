@@ -38,4 +38,11 @@ void beginBlendMarker();
 // While recording: lines from here on are `width` pixels wide.
 void lineWidthMarker(float width);
 
+// While recording: an RGB image of floats, bottom row first, with its lower
+// left corner at the current raster position.
+void image(int width, int height, const float* rgb);
+// While recording: `text` in Helvetica of `pointSize`, its left edge at the
+// current raster position and vertically centred on it.
+void text(const std::string& text, double pointSize, const float (&rgba)[4]);
+
 }  // namespace vector_export

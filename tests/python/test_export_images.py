@@ -83,3 +83,28 @@ class ExportImagesTest(ScratchFolderTestCase):
 
 if __name__ == "__main__":
     unittest.main()
+
+
+class LegendExportTest(ScratchFolderTestCase):
+    def test_exports_carry_the_readable_legend(self):
+        controller = plexview.VXLController.init()
+        QLORandomGenerator.sharedRandomGenerator().setSeed(7)
+        controller.setNetwork(QLONetwork.initRandomNetworkWithNumberOfVertices(30, 4.0))
+        controller.selectColorProperty("Node Degree")
+        view = controller.networkView()
+        legend = view.legends()
+        self.assertEqual(legend.readableTitle(), "Node Degree")
+        self.assertEqual(view.legendStyle(), plexview.LegendStyle.Rows)
+        self.assertEqual(view.exportLegendStyle(), plexview.LegendStyle.Readable)
+        view.exportImageToFile(self.path("a.svg"), 200, 200)
+        self.assertIn("Node Degree", open(self.path("a.svg")).read())
+        view.setExportLegendStyle(plexview.LegendStyle.Rows)
+        view.exportImageToFile(self.path("b.svg"), 200, 200)
+        self.assertNotIn("Node Degree", open(self.path("b.svg")).read())
+        view.setLegendStyle(plexview.LegendStyle.Readable)
+        self.assertEqual(legend.style(), plexview.LegendStyle.Readable)
+
+    def test_readable_ticks(self):
+        self.assertEqual(plexview.colour.readableTicks(0, 1)[:3], [(0, "0.0"), (0.2, "0.2"), (0.4, "0.4")])
+        self.assertEqual([t for _, t in plexview.colour.readableTicks(1, 100, logarithmic=True) if t],
+                         ["1", "10", "100"])

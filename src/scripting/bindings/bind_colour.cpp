@@ -14,6 +14,7 @@
 #include "colour/cubehelix.h"
 #include "colour/hexcolour.h"
 #include "colour/legendscale.h"
+#include "colour/legendticks.h"
 #include "colour/transforms.h"
 #include "quillo/QLOVector3dArray.h"
 
@@ -175,6 +176,19 @@ void bindMaps(py::module_& m) {
 }
 
 void bindLegend(py::module_& m) {
+  m.def(
+      "readableTicks",
+      [](double lo, double hi, bool logarithmic) {
+        std::vector<std::pair<double, std::string>> out;
+        for (const Tick& t :
+             readableTicks(lo, hi, logarithmic ? TickScale::Logarithmic : TickScale::Linear)) {
+          out.emplace_back(t.value, t.label);
+        }
+        return out;
+      },
+      py::arg("lo"), py::arg("hi"), py::arg("logarithmic") = false,
+      "Round (value, label) ticks inside [lo, hi]: 4 to 7 steps of 1, 2, 2.5 or 5 x 10^k, or "
+      "decades with unlabelled minor ticks.");
   m.def("legendLabel", &legendLabel, py::arg("value"),
         "A legend value as text: \"%.0f\" for 10 < |v| < 9999, \"%.2g\" otherwise.");
   m.def(

@@ -77,6 +77,11 @@ void property(LegendClass& cls, const char* name, const char* setter, T (VXLLege
 }  // namespace
 
 void bindLegends(py::module_& m) {
+  py::enum_<LegendStyle>(m, "LegendStyle",
+                         "Rows: the labels as given, no title. Readable: the title and round "
+                         "ticks.")
+      .value("Rows", LegendStyle::Rows)
+      .value("Readable", LegendStyle::Readable);
   LegendClass cls(m, "VXLLegends",
                   "A legend: coloured boxes with one label each, or a colour bar with labelled "
                   "rows (entry 0 at the bottom). Colours are (r, g, b) or (r, g, b, a) tuples.");
@@ -121,6 +126,20 @@ void bindLegends(py::module_& m) {
            &VXLLegends::setInternalBoxRadius);
   property(cls, "requiresUpdate", "setRequiresUpdate", &VXLLegends::requiresUpdate,
            &VXLLegends::setRequiresUpdate);
+  cls.def("style", &VXLLegends::style);
+  cls.def("setStyle", &VXLLegends::setStyle, py::arg("style"));
+  cls.def("readableTitle", &VXLLegends::readableTitle);
+  cls.def(
+      "setReadable",
+      [](VXLLegends& l, std::string title,
+         const std::vector<std::pair<float, std::string>>& ticks) {
+        std::vector<colour::BarTick> placed;
+        for (const auto& [at, label] : ticks) placed.push_back({at, label});
+        l.setReadable(std::move(title), std::move(placed));
+      },
+      py::arg("title"), py::arg("ticks") = std::vector<std::pair<float, std::string>>{},
+      "The title and the bar's (place 0..1 from the bottom, label) ticks of the Readable style; "
+      "an empty label is a minor tick.");
   cls.def("texName", &VXLLegends::texName, "The GL texture, 0 until it is first drawn.");
   cls.def("texSize", [](const VXLLegends& l) {
     return SizeTuple{l.texSize().width, l.texSize().height};

@@ -56,6 +56,10 @@ void bindViewScene(py::module_& m, ViewClass& cls) {
          &VXLNetworkView::setEdgesDepthTest);
   option(cls, "verticesDepthTest", "setVerticesDepthTest", &VXLNetworkView::verticesDepthTest,
          &VXLNetworkView::setVerticesDepthTest);
+  option(cls, "legendStyle", "setLegendStyle", &VXLNetworkView::legendStyle,
+         &VXLNetworkView::setLegendStyle);
+  option(cls, "exportLegendStyle", "setExportLegendStyle", &VXLNetworkView::exportLegendStyle,
+         &VXLNetworkView::setExportLegendStyle);
   option(cls, "edgesIntensity", "setEdgesIntensity", &VXLNetworkView::edgesIntensity,
          &VXLNetworkView::setEdgesIntensity);
   option(cls, "verticesIntensity", "setVerticesIntensity", &VXLNetworkView::verticesIntensity,
