@@ -16,6 +16,7 @@ std::shared_ptr<VXLLegends> VXLNetworkView::legends() const {
 }
 
 void VXLNetworkView::setLegends(std::shared_ptr<VXLLegends> legends) {
+  noteChange();
   std::lock_guard lock(lock_);
   if (legends == overlays_.legends) return;
   // Its texture lives in the context this view draws into.
