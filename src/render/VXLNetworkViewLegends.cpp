@@ -28,6 +28,7 @@ void VXLNetworkView::setLegends(std::shared_ptr<VXLLegends> legends) {
 }
 
 void VXLNetworkView::setLegendsHeight(float value) {
+  noteChange();
   overlays_.legendsHeight.store(value, kRelaxed);
   std::lock_guard lock(lock_);
   fitLegendsHeight();

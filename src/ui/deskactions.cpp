@@ -71,7 +71,10 @@ std::size_t FindBar::findNow() {
   VXLNetworkView& view = widget_->view();
   const std::vector<std::uint64_t> matches = view.findVertices(field_->text().toStdString());
   controller_.setSelectedVertices(matches);
-  if (!matches.empty()) view.frameSelection();
+  if (!matches.empty()) {
+    view.frameSelection();
+    view.updateVertexInfoWithVertex(matches.back());  // the details follow the last match
+  }
   widget_->update();
   emit found(matches.size());
   return matches.size();
