@@ -188,6 +188,16 @@ void DocumentWindow::buildMenus() {
     connect(action, &QAction::triggered, this,
             [this] { showExportImageSheet(ExportSheetKind::Vector); });
   }
+  // A click's selection is undoable: the step holds the selection before it.
+  connect(view_, &NetworkViewWidget::selectionClicked, this,
+          [this](const std::vector<std::uint64_t>& before) {
+            VXLNetworkView& view = view_->view();
+            const std::vector<std::uint64_t> after = view.selectedIndices();
+            view.setSelectedVertices(before);
+            controller_->recordUndo(VXLController::UndoKind::Selection);
+            view.setSelectedVertices(after);
+            selectionDidChange();
+          });
   // Shift+drag in the view adds the vertices in its box to the selection.
   connect(view_, &NetworkViewWidget::boxSelected, this,
           [this](const std::vector<std::uint64_t>& boxed) {

@@ -214,7 +214,7 @@ void NetworkViewWidget::mouseReleaseEvent(QMouseEvent* event) {
     if ((event->position().toPoint() - start).manhattanLength() <
         QApplication::startDragDistance()) {
       view_->mouseDown(x, y, Modifier::Shift);  // a Shift+click toggles the vertex
-      view_->mouseUp(x, y);
+      releaseInView(x, y);
     } else {
       const auto [x0, y0] = backing(QPointF(start));
       emit boxSelected(view_->verticesInRectangle(x0, y0, x, y));
@@ -222,7 +222,11 @@ void NetworkViewWidget::mouseReleaseEvent(QMouseEvent* event) {
     update();
     return;
   }
-  view_->mouseUp(x, y);
+  if (event->button() == Qt::LeftButton) {
+    releaseInView(x, y);
+  } else {
+    view_->mouseUp(x, y);
+  }
   update();
 }
 
@@ -237,6 +241,13 @@ void NetworkViewWidget::wheelEvent(QWheelEvent* event) {
   pending_.wheelY += steps.dy;
   event->accept();
   update();
+}
+
+void NetworkViewWidget::releaseInView(double x, double y) {
+  const std::uint64_t changes = view_->selectionChangeCount();
+  const std::vector<std::uint64_t> before = view_->selectedIndices();
+  view_->mouseUp(x, y);
+  if (view_->selectionChangeCount() != changes) emit selectionClicked(before);
 }
 
 void NetworkViewWidget::enterEvent(QEnterEvent* event) {

@@ -52,6 +52,8 @@ class NetworkViewWidget : public QOpenGLWidget {
   void runningChanged(bool running);
   // Shift+drag drew a box: the shown vertices inside it.
   void boxSelected(const std::vector<std::uint64_t>& vertices);
+  // A click changed the view's selection; `before` is what was selected.
+  void selectionClicked(const std::vector<std::uint64_t>& before);
 
  protected:
   void initializeGL() override;
@@ -88,6 +90,8 @@ class NetworkViewWidget : public QOpenGLWidget {
   // Asks for a frame when the view changed since the last one, or a frame
   // is still being drawn in pieces, or the picture moves by itself.
   void requestFrameIfChanged();
+  // The view's mouseUp, telling selectionClicked when it changed the selection.
+  void releaseInView(double x, double y);
 
   std::shared_ptr<VXLNetworkView> view_;
   PendingInput pending_;

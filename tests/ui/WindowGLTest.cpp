@@ -212,7 +212,13 @@ TEST_F(Window, FitFramesTheNetworkAndAnIdleWindowDrawsNothing) {
   EXPECT_LT(view().camera().position[2], far.position[2] / 10);
 
   // Paused with nothing changing, no frame is drawn; a change draws one.
-  QTest::qWait(3500);  // the resize message has faded
+  // Once the resize message has faded and the last frame is whole (a loaded
+  // machine draws it in pieces over several paints), nothing is drawn.
+  QTest::qWait(3500);
+  ASSERT_TRUE(processEventsUntil([&] {
+    QTest::qWait(50);
+    return !view().framePending() && !view().overlaysFading();
+  }));
   const std::uint64_t idle = widget().paintCount();
   QTest::qWait(500);
   EXPECT_EQ(widget().paintCount(), idle);
@@ -259,6 +265,13 @@ TEST_F(Window, CountsAndClicksFollowTheNetwork) {
       shown, [&](QRgb p) { return p != shown.pixel(2, 2); }, corner);
   EXPECT_GT(marked, 100);
   QTest::mouseClick(&widget(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+  EXPECT_TRUE(view().selectedIndices().empty());
+  // Clicks are undoable selections.
+  QAction* undo = window_->findChild<QAction*>(QStringLiteral("undoAction"));
+  ASSERT_TRUE(undo);
+  undo->trigger();
+  EXPECT_EQ(view().selectedIndices(), std::vector<std::uint64_t>{0});
+  undo->trigger();
   EXPECT_TRUE(view().selectedIndices().empty());
 
   // A generated network replaces the network and the counts.
