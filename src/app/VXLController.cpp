@@ -131,6 +131,7 @@ void VXLController::resetToDefaults() {
   refreshAfterInstall();
   resetMinColorScalarValue();
   resetMaxColorScalarValue();
+  clearUndoHistory();  // the defaults are where the history starts
 }
 
 void VXLController::cleanup() {
@@ -143,6 +144,7 @@ void VXLController::cleanup() {
 
 void VXLController::setPositions(const std::shared_ptr<QLOVector3dArray>& positions) {
   if (!positions) return;
+  recordUndo(UndoKind::Positions);
   if (positions->precision() != Precision::Float) {
     view_->setPositions(QLOVector3dArray::initWithVector3dArray(*positions, Precision::Float));
   } else {
@@ -205,6 +207,9 @@ void VXLController::install(const std::shared_ptr<QLONetwork>& given, Install mo
   refreshAfterInstall();
   selectColorProperty("Node Degree");
   view_->updateInfoString();
+  // The history's states belong to the network replaced; the new one's
+  // installation is where its history starts.
+  clearUndoHistory();
 }
 
 std::vector<std::string> VXLController::colorPropertyNames() const {
@@ -254,6 +259,7 @@ void VXLController::generateNetwork() {
 }
 
 void VXLController::selectFilterProperty(const std::string& name) {
+  recordUndo(UndoKind::FilterProperty);
   const auto network = view_->network();
   filter_.titles = app::filterPropertyTitles(network.get());
   filter_.selected = app::selectedFilterTitle(filter_.titles, name, filter_.selected);

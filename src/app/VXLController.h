@@ -159,13 +159,25 @@ class VXLController {
   std::uint64_t iterations() const { return view_->iterations(); }
   void setIterations(std::uint64_t v) { forward(&VXLNetworkView::setIterations, v); }
   float weightMaxThreshold() const { return view_->weightMaxThreshold(); }
-  void setWeightMaxThreshold(float v) { forward(&VXLNetworkView::setWeightMaxThreshold, v); }
+  void setWeightMaxThreshold(float v) {
+    recordUndo(UndoKind::Thresholds);
+    forward(&VXLNetworkView::setWeightMaxThreshold, v);
+  }
   float weightMinThreshold() const { return view_->weightMinThreshold(); }
-  void setWeightMinThreshold(float v) { forward(&VXLNetworkView::setWeightMinThreshold, v); }
+  void setWeightMinThreshold(float v) {
+    recordUndo(UndoKind::Thresholds);
+    forward(&VXLNetworkView::setWeightMinThreshold, v);
+  }
   float minFilterProperty() const { return view_->minFilterProperty(); }
-  void setMinFilterProperty(float v) { forward(&VXLNetworkView::setMinFilterProperty, v); }
+  void setMinFilterProperty(float v) {
+    recordUndo(UndoKind::FilterRange);
+    forward(&VXLNetworkView::setMinFilterProperty, v);
+  }
   float maxFilterProperty() const { return view_->maxFilterProperty(); }
-  void setMaxFilterProperty(float v) { forward(&VXLNetworkView::setMaxFilterProperty, v); }
+  void setMaxFilterProperty(float v) {
+    recordUndo(UndoKind::FilterRange);
+    forward(&VXLNetworkView::setMaxFilterProperty, v);
+  }
   float nearClipDistance() const { return view_->nearClipDistance(); }
   void setNearClipDistance(float v) { forward(&VXLNetworkView::setNearClipDistance, v); }
   float farClipDistance() const { return view_->farClipDistance(); }
@@ -193,17 +205,29 @@ class VXLController {
   void setSelectionHandler(std::shared_ptr<VXLSelectionHandler> handler) {
     view_->setSelectionhandler(std::move(handler));
   }
-  void resetSelection() { view_->resetSelection(); }
-  void selectVertexWithIndex(std::uint64_t i) { view_->selectVertexWithIndex(i); }
-  void addToSelectionVertexWithIndex(std::uint64_t i) { view_->addToSelectionVertexWithIndex(i); }
+  void resetSelection() {
+    recordUndo(UndoKind::Selection);
+    view_->resetSelection();
+  }
+  void selectVertexWithIndex(std::uint64_t i) {
+    recordUndo(UndoKind::Selection);
+    view_->selectVertexWithIndex(i);
+  }
+  void addToSelectionVertexWithIndex(std::uint64_t i) {
+    recordUndo(UndoKind::Selection);
+    view_->addToSelectionVertexWithIndex(i);
+  }
   void removeFromSelectionVertexWithIndex(std::uint64_t i) {
+    recordUndo(UndoKind::Selection);
     view_->removeFromSelectionVertexWithIndex(i);
   }
   void toggleSelectionOfVertexWithIndex(std::uint64_t i) {
+    recordUndo(UndoKind::Selection);
     view_->toggleSelectionOfVertexWithIndex(i);
   }
   std::vector<QLOVertex> selectedVertices() const { return view_->selectedVertices(); }
   void setSelectedVertices(const std::vector<std::uint64_t>& indices) {
+    recordUndo(UndoKind::Selection);
     view_->setSelectedVertices(indices);
   }
   std::shared_ptr<QLONumberArray> hiddenVertices() const { return view_->hiddenVertices(); }
@@ -220,11 +244,37 @@ class VXLController {
   // recentred and rescaled into the box; both are stored as the network's
   // "Position". Nothing without a network.
   void randomizePositionsWithSizeX(float sizeX, float sizeY, float sizeZ) {
+    recordUndo(UndoKind::Positions);
     view_->randomizePositionsWithSizeX(sizeX, sizeY, sizeZ);
   }
   void resetCenter(float sizeX, float sizeY, float sizeZ) {
+    recordUndo(UndoKind::Positions);
     view_->resetCenter(sizeX, sizeY, sizeZ);
   }
+
+  // --- Undo and redo (VXLControllerUndo.cpp) ---
+  // Colouring (property, function, map, power, inversion, custom colours),
+  // the filter property and range, the weight thresholds, the selection made
+  // through the controller, and positions replaced by randomize, recentre or
+  // import can be undone; each step restores exactly the state before it.
+  // Quick changes of one slider make one step. Installing a network clears
+  // the history.
+  enum class UndoKind {
+    Colour,
+    ColourPower,
+    FilterProperty,
+    FilterRange,
+    Thresholds,
+    Selection,
+    Positions
+  };
+  bool canUndo() const;
+  bool canRedo() const;
+  void undo();
+  void redo();
+  // Records the state before a change of `kind`; the window's selection
+  // tools, which change the view directly, call it first.
+  void recordUndo(UndoKind kind);
 
   // --- Filter property selector and the bounds of the filter sliders ---
   // Every properties refresh rebuilds the titles offered for the network,
@@ -501,4 +551,9 @@ class VXLController {
   std::function<void()> exportImageSheet_;
   FilePanel filePanel_;
   FileAlert fileAlert_;
+  // Undo history (VXLControllerUndo.cpp).
+  struct UndoHistory;
+  std::shared_ptr<UndoHistory> undo_;
+  bool restoring_ = false;  // an undo or redo is putting a state back
+  void clearUndoHistory();
 };

@@ -70,11 +70,13 @@ const std::vector<std::string>& VXLController::colorMapTitles() {
 }
 
 void VXLController::selectColorFunction(const std::string& name) {
+  recordUndo(UndoKind::Colour);
   setSelectedColorFunction(name);
   updateTopColorsInterface();
 }
 
 void VXLController::selectColorMap(const std::string& name) {
+  recordUndo(UndoKind::Colour);
   setSelectedColorMap(name);
   updateTopColorsInterface();
 }
@@ -88,6 +90,7 @@ void VXLController::setPowerCoefficient(float value) {
   std::lock_guard lock(colourLock_);
   const float held = colour_.transform.powerCoefficient;
   if (!(value < held) && !(value > held)) return;
+  recordUndo(UndoKind::ColourPower);
   colour_.transform.powerCoefficient = value;
   updateTopColorsInterface();
 }
@@ -101,6 +104,7 @@ void VXLController::setInvertColorMap(bool on) {
   std::lock_guard lock(colourLock_);
   const auto inversion = on ? colour::Inversion::On : colour::Inversion::Off;
   if (colour_.maps.invertColorMap == inversion) return;
+  recordUndo(UndoKind::Colour);
   colour_.maps.invertColorMap = inversion;
   updateTopColorsInterface();
 }
@@ -114,12 +118,14 @@ void VXLController::setCustomColour(int index, colour::Rgba c) {
   std::lock_guard lock(colourLock_);
   colour::Rgba& field = customField(colour_.maps, index);
   if (field == c) return;
+  recordUndo(UndoKind::Colour);
   field = c;
   updateTopColorsInterface();
 }
 
 void VXLController::colorGradientChanged(colour::Rgba c0, colour::Rgba c1, colour::Rgba c2) {
   std::lock_guard lock(colourLock_);
+  recordUndo(UndoKind::Colour);
   colour_.maps.colorCustom0 = c0;
   colour_.maps.colorCustom1 = c1;
   colour_.maps.colorCustom2 = c2;
@@ -191,6 +197,7 @@ void VXLController::rebuildColourSelectors() {
 }
 
 void VXLController::selectColorProperty(const std::string& name) {
+  recordUndo(UndoKind::Colour);
   colour_.propertyTitle = app::offeredTitle(colour_.propertyTitles, name, colour_.propertyTitle);
   refresh(Panel::Colour);
   updateCurrentColor();

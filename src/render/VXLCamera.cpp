@@ -132,7 +132,15 @@ Matrix4 modelView(const VXLCamera& camera, const std::optional<Rotation>& dragRo
   Matrix4 m = lookAt(p, {p[0] + d[0], p[1] + d[1], p[2] + d[2]}, camera.up);
   if (dragRotation && dragRotation->angle != 0) m = multiply(m, rotationMatrix(*dragRotation));
   m = multiply(m, rotationMatrix(worldRotation));
-  return multiply(m, rotationMatrix(objectRotation));
+  m = multiply(m, rotationMatrix(objectRotation));
+  // The scene turns about the rotation centre, which sits where the eye looks.
+  const Vec3d& c = camera.rotationCenter;
+  if (c[0] == 0 && c[1] == 0 && c[2] == 0) return m;
+  Matrix4 t = identity();
+  t[12] = -c[0];
+  t[13] = -c[1];
+  t[14] = -c[2];
+  return multiply(m, t);
 }
 
 void addToRotationTrackball(const Rotation& delta, Rotation& target) {

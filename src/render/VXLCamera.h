@@ -45,8 +45,8 @@ Frustum frustum(const VXLCamera& camera, float nearClip, float farClip);
 Matrix4 frustumMatrix(const Frustum& f);
 
 // Look from position to position + direction with up, then the drag's
-// rotation (when given and its angle is not 0), the world rotation and the
-// object rotation.
+// rotation (when given and its angle is not 0), the world rotation, the
+// object rotation and a shift that puts the rotation centre at the origin.
 Matrix4 modelView(const VXLCamera& camera, const std::optional<Rotation>& dragRotation,
                   const Rotation& worldRotation, const Rotation& objectRotation);
 Matrix4 multiply(const Matrix4& a, const Matrix4& b);

@@ -23,6 +23,9 @@ void VXLNetworkView::setNetwork(std::shared_ptr<QLONetwork> network) {
   network_ = std::move(network);
   resetPositions();
   resetSelection();
+  stepsSinceInstall_.store(0, kRelaxed);
+  autoFit_.store(AutoFit::AtNextTick);
+  noteChange();
 }
 
 std::shared_ptr<QLOVector3dArray> VXLNetworkView::positions() const {
@@ -31,6 +34,7 @@ std::shared_ptr<QLOVector3dArray> VXLNetworkView::positions() const {
 }
 
 void VXLNetworkView::setPositions(std::shared_ptr<QLOVector3dArray> positions) {
+  noteChange();
   std::lock_guard lock(lock_);
   if (positions == positions_) return;
   if (positions && positions->precision() != Precision::Float) {
@@ -74,6 +78,7 @@ void VXLNetworkView::resetForces() {
 }
 
 void VXLNetworkView::resetPositions() {
+  noteChange();
   std::lock_guard lock(lock_);
   setPositions(layout::randomCubePositions(network_ ? network_->countVertices() : 0));
 }
@@ -84,6 +89,7 @@ void VXLNetworkView::storePositionInNetwork(const std::shared_ptr<QLOVector3dArr
 }
 
 void VXLNetworkView::randomizePositionsWithSizeX(float sizeX, float sizeY, float sizeZ) {
+  noteChange();
   std::lock_guard lock(lock_);
   if (!network_) return;
   auto positions = layout::randomBoxPositions(network_->countVertices(), sizeX, sizeY, sizeZ);
@@ -92,6 +98,7 @@ void VXLNetworkView::randomizePositionsWithSizeX(float sizeX, float sizeY, float
 }
 
 void VXLNetworkView::resetCenter(float sizeX, float sizeY, float sizeZ) {
+  noteChange();
   std::lock_guard lock(lock_);
   if (!network_ || !positions_) return;
   auto positions = layout::recentredAndRescaled(*positions_, sizeX, sizeY, sizeZ);

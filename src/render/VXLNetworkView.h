@@ -187,9 +187,15 @@ class VXLNetworkView {
   std::string filterPropertyName() const;
   void setFilterPropertyName(const std::string& name);
   float maxFilterProperty() const { return maxFilter_.load(kRelaxed); }
-  void setMaxFilterProperty(float value) { maxFilter_.store(value, kRelaxed); }
+  void setMaxFilterProperty(float value) {
+    maxFilter_.store(value, kRelaxed);
+    noteChange();
+  }
   float minFilterProperty() const { return minFilter_.load(kRelaxed); }
-  void setMinFilterProperty(float value) { minFilter_.store(value, kRelaxed); }
+  void setMinFilterProperty(float value) {
+    minFilter_.store(value, kRelaxed);
+    noteChange();
+  }
   bool shouldUpdateFilterProperty() const { return shouldUpdateFilter_.load(kRelaxed); }
   void setShouldUpdateFilterProperty(bool value) { shouldUpdateFilter_.store(value, kRelaxed); }
   // The filter cache: one value per vertex (null before the first frame).
@@ -200,7 +206,10 @@ class VXLNetworkView {
   std::shared_ptr<QLONumberArray> alphaChannel() const;
   void setAlphaChannel(std::shared_ptr<QLONumberArray> alpha);
   bool hideSpecialVertices() const { return hideSpecialVertices_.load(kRelaxed); }
-  void setHideSpecialVertices(bool value) { hideSpecialVertices_.store(value, kRelaxed); }
+  void setHideSpecialVertices(bool value) {
+    hideSpecialVertices_.store(value, kRelaxed);
+    noteChange();
+  }
 
   // --- Colours and selection (under the view's lock) ---
   // Per-vertex colours, kept at float precision; an array shorter than the
@@ -254,43 +263,88 @@ class VXLNetworkView {
 
   // --- Drawing options (take effect at the next frame) ---
   bool showNodes() const { return options_.showNodes.load(kRelaxed); }
-  void setShowNodes(bool value) { options_.showNodes.store(value, kRelaxed); }
+  void setShowNodes(bool value) {
+    options_.showNodes.store(value, kRelaxed);
+    noteChange();
+  }
   bool showEdges() const { return options_.showEdges.load(kRelaxed); }
-  void setShowEdges(bool value) { options_.showEdges.store(value, kRelaxed); }
+  void setShowEdges(bool value) {
+    options_.showEdges.store(value, kRelaxed);
+    noteChange();
+  }
   bool simpleShapes() const { return options_.simpleShapes.load(kRelaxed); }
-  void setSimpleShapes(bool value) { options_.simpleShapes.store(value, kRelaxed); }
+  void setSimpleShapes(bool value) {
+    options_.simpleShapes.store(value, kRelaxed);
+    noteChange();
+  }
   bool blendLines() const { return options_.blendLines.load(kRelaxed); }
-  void setBlendLines(bool value) { options_.blendLines.store(value, kRelaxed); }
+  void setBlendLines(bool value) {
+    options_.blendLines.store(value, kRelaxed);
+    noteChange();
+  }
   bool edgesDepthTest() const { return options_.edgesDepthTest.load(kRelaxed); }
-  void setEdgesDepthTest(bool value) { options_.edgesDepthTest.store(value, kRelaxed); }
+  void setEdgesDepthTest(bool value) {
+    options_.edgesDepthTest.store(value, kRelaxed);
+    noteChange();
+  }
   bool verticesDepthTest() const { return options_.verticesDepthTest.load(kRelaxed); }
-  void setVerticesDepthTest(bool value) { options_.verticesDepthTest.store(value, kRelaxed); }
+  void setVerticesDepthTest(bool value) {
+    options_.verticesDepthTest.store(value, kRelaxed);
+    noteChange();
+  }
   float edgesIntensity() const { return options_.edgesIntensity.load(kRelaxed); }
-  void setEdgesIntensity(float value) { options_.edgesIntensity.store(value, kRelaxed); }
+  void setEdgesIntensity(float value) {
+    options_.edgesIntensity.store(value, kRelaxed);
+    noteChange();
+  }
   // Stored only; the passes do not read it.
   float verticesIntensity() const { return options_.verticesIntensity.load(kRelaxed); }
-  void setVerticesIntensity(float value) { options_.verticesIntensity.store(value, kRelaxed); }
+  void setVerticesIntensity(float value) {
+    options_.verticesIntensity.store(value, kRelaxed);
+    noteChange();
+  }
   bool showLegends() const { return options_.showLegends.load(kRelaxed); }
-  void setShowLegends(bool value) { options_.showLegends.store(value, kRelaxed); }
+  void setShowLegends(bool value) {
+    options_.showLegends.store(value, kRelaxed);
+    noteChange();
+  }
   // Apply the filter range to vertices, to edges (both ends must pass).
   bool limitNodes() const { return options_.limitNodes.load(kRelaxed); }
-  void setLimitNodes(bool value) { options_.limitNodes.store(value, kRelaxed); }
+  void setLimitNodes(bool value) {
+    options_.limitNodes.store(value, kRelaxed);
+    noteChange();
+  }
   bool limitEdges() const { return options_.limitEdges.load(kRelaxed); }
-  void setLimitEdges(bool value) { options_.limitEdges.store(value, kRelaxed); }
+  void setLimitEdges(bool value) {
+    options_.limitEdges.store(value, kRelaxed);
+    noteChange();
+  }
   bool blackBackground() const { return options_.blackBackground.load(kRelaxed); }
   void setBlackBackground(bool value);  // logs the choice
   bool transparentBackground() const { return options_.transparentBackground.load(kRelaxed); }
   void setTransparentBackground(bool value);  // logs the black-background flag
   // The frame-blending pass (a fading trail) and the new frame's weight in it.
   bool shader() const { return options_.shader.load(kRelaxed); }
-  void setShader(bool value) { options_.shader.store(value, kRelaxed); }
+  void setShader(bool value) {
+    options_.shader.store(value, kRelaxed);
+    noteChange();
+  }
   float motionBlurFactor() const { return options_.motionBlurFactor.load(kRelaxed); }
-  void setMotionBlurFactor(float value) { options_.motionBlurFactor.store(value, kRelaxed); }
+  void setMotionBlurFactor(float value) {
+    options_.motionBlurFactor.store(value, kRelaxed);
+    noteChange();
+  }
   float lineWidth() const { return options_.lineWidth.load(kRelaxed); }
-  void setLineWidth(float value) { options_.lineWidth.store(value, kRelaxed); }
+  void setLineWidth(float value) {
+    options_.lineWidth.store(value, kRelaxed);
+    noteChange();
+  }
   // Multiplies every position when drawing.
   float scale() const { return options_.scale.load(kRelaxed); }
-  void setScale(float value) { options_.scale.store(value, kRelaxed); }
+  void setScale(float value) {
+    options_.scale.store(value, kRelaxed);
+    noteChange();
+  }
 
   // --- Camera ---
   VXLCamera camera() const;
@@ -300,9 +354,15 @@ class VXLNetworkView {
   Rotation objectRotation() const;
   void setObjectRotation(const Rotation& rotation);
   float nearClipDistance() const { return options_.nearClip.load(kRelaxed); }
-  void setNearClipDistance(float value) { options_.nearClip.store(value, kRelaxed); }
+  void setNearClipDistance(float value) {
+    options_.nearClip.store(value, kRelaxed);
+    noteChange();
+  }
   float farClipDistance() const { return options_.farClip.load(kRelaxed); }
-  void setFarClipDistance(float value) { options_.farClip.store(value, kRelaxed); }
+  void setFarClipDistance(float value) {
+    options_.farClip.store(value, kRelaxed);
+    noteChange();
+  }
 
   // --- Drawing (GL: a current compatibility context is required) ---
   // Once per context: fixed state, the vertex shapes, the blending program;
@@ -403,6 +463,39 @@ class VXLNetworkView {
   std::array<double, 2> overPosition() const;
   bool overVertex() const;
 
+  // --- Framing and selection tools (VXLNetworkViewFraming.cpp) ---
+  // Moves the camera along its viewing direction so that every shown vertex
+  // (not hidden, within the filter when it limits vertices) fits the view
+  // with a small margin; the rotation centre becomes their centre. Answers
+  // false, changing nothing, when no vertex is shown.
+  bool zoomToFit();
+  // The same for the selected shown vertices.
+  bool frameSelection();
+  // The shown vertices, in increasing order.
+  std::vector<std::uint64_t> shownVertices() const;
+  // A network just installed is framed at the next tick, and again once its
+  // layout has taken kSettleSteps steps.
+  static constexpr std::uint64_t kSettleSteps = 200;
+  // Vertices whose "Name" or other text property contains `text`, ignoring
+  // case, in increasing order (nothing for empty text).
+  std::vector<std::uint64_t> findVertices(const std::string& text) const;
+  void selectAll();
+  void invertSelection();
+  // Adds every vertex joined by an edge (either direction) to a selected one.
+  void selectNeighbours();
+  // The shown vertices whose centres project inside the rectangle between
+  // two points in backing pixels (GL's origin, lower left).
+  std::vector<std::uint64_t> verticesInRectangle(double x0, double y0, double x1, double y1) const;
+  // A counter bumped by everything that changes the picture; a window draws
+  // only when it moved since its last frame.
+  std::uint64_t changeCount() const { return changes_.load(kRelaxed); }
+  void noteChange() { changes_.fetch_add(1, kRelaxed); }
+  // A counter bumped by every change of the selection.
+  std::uint64_t selectionChangeCount() const { return selectionChanges_.load(kRelaxed); }
+  // Whether a message or an error is still fading (the texts change with
+  // time, so frames are needed while nothing else changes).
+  bool overlaysFading() const;
+
   // --- Text overlays (VXLNetworkViewOverlays.cpp) ---
   // Camera line, general information, vertex details, message, GL error and
   // capability report, drawn over the scene by drawInfo. The texts are kept
@@ -435,17 +528,32 @@ class VXLNetworkView {
   // is current), else the last one read; empty if none was ever read.
   std::string capabilitiesText();
   bool cameraInfo() const { return overlays_.cameraInfo.load(kRelaxed); }
-  void setCameraInfo(bool value) { overlays_.cameraInfo.store(value, kRelaxed); }
+  void setCameraInfo(bool value) {
+    overlays_.cameraInfo.store(value, kRelaxed);
+    noteChange();
+  }
   bool generalInfo() const { return overlays_.generalInfo.load(kRelaxed); }
-  void setGeneralInfo(bool value) { overlays_.generalInfo.store(value, kRelaxed); }
+  void setGeneralInfo(bool value) {
+    overlays_.generalInfo.store(value, kRelaxed);
+    noteChange();
+  }
   bool vertexInfo() const { return overlays_.vertexInfo.load(kRelaxed); }
-  void setVertexInfo(bool value) { overlays_.vertexInfo.store(value, kRelaxed); }
+  void setVertexInfo(bool value) {
+    overlays_.vertexInfo.store(value, kRelaxed);
+    noteChange();
+  }
   bool fDrawCaps() const { return overlays_.drawCaps.load(kRelaxed); }
-  void setFDrawCaps(bool value) { overlays_.drawCaps.store(value, kRelaxed); }
+  void setFDrawCaps(bool value) {
+    overlays_.drawCaps.store(value, kRelaxed);
+    noteChange();
+  }
   // Whether drawRect draws the texts at all: off until the hosting window
   // turns it on, so headless frames show the scene alone.
   bool fInfo() const { return overlays_.info.load(kRelaxed); }
-  void setFInfo(bool value) { overlays_.info.store(value, kRelaxed); }
+  void setFInfo(bool value) {
+    overlays_.info.store(value, kRelaxed);
+    noteChange();
+  }
   // The legend drawn at the bottom left while showLegends is on (under the
   // lock). Its height is legendsHeight x the view's height / 460, set when
   // either is installed and on every resize.
@@ -687,6 +795,17 @@ class VXLNetworkView {
   void makeBlendingTextures(int width, int height);
   void blendFrame();
   void reportGlError();
+
+  // Framing (VXLNetworkViewFraming.cpp).
+  enum class AutoFit { Done, AtNextTick, AfterSettling };
+  std::atomic<AutoFit> autoFit_{AutoFit::Done};
+  std::atomic<std::uint64_t> stepsSinceInstall_{0};
+  std::atomic<std::uint64_t> changes_{0};
+  std::atomic<std::uint64_t> selectionChanges_{0};
+  bool frameVertices(const std::vector<std::uint64_t>& vertices);
+  // The scaled positions of `vertices` (lock_ held).
+  std::vector<Vec3d> scaledPositions(const std::vector<std::uint64_t>& vertices) const;
+  void autoFitTick();
 
   // One batch at a time: the background thread or a synchronous iterateBy.
   std::mutex batchMutex_;

@@ -10,6 +10,7 @@ float VXLNetworkView::weightMaxThreshold() const {
 }
 
 void VXLNetworkView::setWeightMaxThreshold(float value) {
+  noteChange();
   std::lock_guard lock(lock_);
   weightMaxThreshold_ = value;
   _updateWeightThresholdData();
@@ -21,6 +22,7 @@ float VXLNetworkView::weightMinThreshold() const {
 }
 
 void VXLNetworkView::setWeightMinThreshold(float value) {
+  noteChange();
   std::lock_guard lock(lock_);
   weightMinThreshold_ = value;
   _updateWeightThresholdData();
@@ -55,6 +57,7 @@ std::string VXLNetworkView::filterPropertyName() const {
 }
 
 void VXLNetworkView::setFilterPropertyName(const std::string& name) {
+  noteChange();
   std::lock_guard lock(lock_);
   if (name == filterPropertyName_ && !shouldUpdateFilter_.load(kRelaxed)) return;
   filterPropertyName_ = name;
@@ -86,6 +89,7 @@ std::shared_ptr<QLONumberArray> VXLNetworkView::hiddenVertices() const {
 }
 
 void VXLNetworkView::setHiddenVertices(std::shared_ptr<QLONumberArray> mask) {
+  noteChange();
   std::lock_guard lock(lock_);
   if (mask == hiddenVertices_) return;
   if (mask && mask->numberArrayType() != NumberType::Bool) {
@@ -102,6 +106,7 @@ std::shared_ptr<QLONumberArray> VXLNetworkView::alphaChannel() const {
 }
 
 void VXLNetworkView::setAlphaChannel(std::shared_ptr<QLONumberArray> alpha) {
+  noteChange();
   std::lock_guard lock(lock_);
   if (alpha == alphaChannel_) return;
   if (alpha && alpha->numberArrayType() != NumberType::Float) {

@@ -17,6 +17,7 @@ std::shared_ptr<VXLLegends> VXLNetworkView::legends() const {
 }
 
 void VXLNetworkView::setLegends(std::shared_ptr<VXLLegends> legends) {
+  noteChange();
   std::lock_guard lock(lock_);
   if (legends == overlays_.legends) return;
   // Its texture lives in the context this view draws into.
@@ -29,6 +30,7 @@ void VXLNetworkView::setLegends(std::shared_ptr<VXLLegends> legends) {
 }
 
 void VXLNetworkView::setLegendsHeight(float value) {
+  noteChange();
   overlays_.legendsHeight.store(value, kRelaxed);
   std::lock_guard lock(lock_);
   fitLegendsHeight();

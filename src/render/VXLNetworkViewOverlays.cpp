@@ -126,6 +126,7 @@ std::string VXLNetworkView::networkName() const {
 }
 
 void VXLNetworkView::setNetworkName(const std::string& name) {
+  noteChange();
   {
     std::lock_guard lock(lock_);
     overlays_.networkName = name;
@@ -149,6 +150,7 @@ void VXLNetworkView::updateInfoString() {
 }
 
 void VXLNetworkView::update() {
+  noteChange();
   {
     std::lock_guard lock(lock_);
     overlays_.msgTime = secondsSinceStart();

@@ -3,6 +3,7 @@
 #include "render/VXLNetworkView.h"
 
 void VXLNetworkView::setBarnesHutTheta(float theta) {
+  noteChange();
   theta_.store(theta, kRelaxed);
   automaticRepulsion_.store(false, kRelaxed);
 }

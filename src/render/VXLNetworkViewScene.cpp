@@ -10,6 +10,7 @@ std::shared_ptr<QLOVector3dArray> VXLNetworkView::colors() const {
 }
 
 void VXLNetworkView::setColors(std::shared_ptr<QLOVector3dArray> colors) {
+  noteChange();
   std::lock_guard lock(lock_);
   if (colors == colors_) return;
   if (colors && colors->precision() != Precision::Float) {
@@ -32,6 +33,8 @@ void VXLNetworkView::setSelectedVertices(const std::vector<std::uint64_t>& indic
     if (index < count) mask->setBoolValue(true, index);
   }
   selectedVertices_ = std::move(mask);
+  noteChange();
+  selectionChanges_.fetch_add(1, kRelaxed);
 }
 
 void VXLNetworkView::resetSelection() {
@@ -44,6 +47,7 @@ VXLCamera VXLNetworkView::camera() const {
 }
 
 void VXLNetworkView::setCamera(const VXLCamera& camera) {
+  noteChange();
   std::lock_guard lock(lock_);
   camera_ = camera;
 }
@@ -54,6 +58,7 @@ Rotation VXLNetworkView::worldRotation() const {
 }
 
 void VXLNetworkView::setWorldRotation(const Rotation& rotation) {
+  noteChange();
   std::lock_guard lock(lock_);
   worldRotation_ = rotation;
 }
@@ -64,11 +69,13 @@ Rotation VXLNetworkView::objectRotation() const {
 }
 
 void VXLNetworkView::setObjectRotation(const Rotation& rotation) {
+  noteChange();
   std::lock_guard lock(lock_);
   objectRotation_ = rotation;
 }
 
 void VXLNetworkView::setBlackBackground(bool value) {
+  noteChange();
   options_.blackBackground.store(value, kRelaxed);
   std::lock_guard lock(lock_);
   if (overlays_.legends) {
@@ -84,6 +91,7 @@ void VXLNetworkView::setBlackBackground(bool value) {
 }
 
 void VXLNetworkView::setTransparentBackground(bool value) {
+  noteChange();
   options_.transparentBackground.store(value, kRelaxed);
   // The line reports the black-background flag, not this one: a kept quirk.
   std::string line = "transparentBackground:";

@@ -23,6 +23,8 @@ QLONumberArray& VXLNetworkView::writableSelection() {
     // The last other holder has let go; its reads happen before our writes.
     std::atomic_thread_fence(std::memory_order_acquire);
   }
+  noteChange();  // the caller is about to change it
+  selectionChanges_.fetch_add(1, kRelaxed);
   return *selectedVertices_;
 }
 

@@ -100,6 +100,8 @@ void VXLNetworkView::runBatch(std::uint64_t steps, BatchStart start) {
     layout::step(settings, inputs, pos, spd, *stepWorkspace_);
     positions->copyPlanesFrom(pos.x, pos.y, pos.z);
     speeds->copyPlanesFrom(spd.x, spd.y, spd.z);
+    stepsSinceInstall_.fetch_add(1, kRelaxed);
+    noteChange();
   }
   iterating_.store(false);
 }
@@ -107,6 +109,7 @@ void VXLNetworkView::runBatch(std::uint64_t steps, BatchStart start) {
 void VXLNetworkView::animationTimer() {
   time_.store(wallClockSeconds(), kRelaxed);
   prepareFrame();  // drawing comes here with the render step
+  autoFitTick();
   if (!animate_.load() || iterations_.load(kRelaxed) == 0 || iterating_.load()) return;
   if (batchThread_.joinable()) batchThread_.join();  // it has ended: iterating is false
   // Marked here rather than by the batch itself, so a pause between this tick

@@ -25,9 +25,11 @@
 #include "ui/NetworkViewWidget.h"
 #include "ui/ScriptConsoleWindow.h"
 #include "ui/SidePanel.h"
+#include "ui/deskactions.h"
 #include "ui/export3dsheet.h"
 #include "ui/exportimagedialog.h"
 #include "ui/filepanels.h"
+#include "ui/lastfolder.h"
 #include "ui/multilevelstart.h"
 
 namespace ui {
@@ -118,7 +120,7 @@ DocumentWindow::DocumentWindow(QLOComplexNetwork::Ptr document, QLODocumentContr
 
   buildMenus();
   controller_->setExport3DSheetHandler([this] { showExport3DSheet(); });
-  controller_->setExportImageSheetHandler([this] { showExportImageSheet(); });
+  controller_->setExportImageSheetHandler([this] { showExportImageSheet(ExportSheetKind::Image); });
   controller_->awakeFromNib();
   // A network opened with a layout of its own keeps it.
   const QLONetwork::Ptr opened = document_->networkToBeOppened();
@@ -170,6 +172,40 @@ DocumentWindow* DocumentWindow::windowFor(const QLOComplexNetwork* document) {
 
 void DocumentWindow::buildMenus() {
   buildFileMenu();
+  // Desk tools: the find bar and the Edit menu.
+  findBar_ = new FindBar(view_, *controller_, this);
+  addToolBar(Qt::TopToolBarArea, findBar_);
+  addEditMenu(this, view_, *controller_, findBar_, [this] { selectionDidChange(); });
+  connect(findBar_, &FindBar::found, this, [this](std::size_t count) {
+    selectionDidChange();
+    statusBar()->showMessage(plural(count, "vertex found", "vertices found"), 5000);
+  });
+  // The vector item opens the sheet for vector documents (the document's
+  // export action opens the picture sheet).
+  for (QAction* action : exportMenu_->actions()) {
+    if (action->data().toString() != QStringLiteral("exportToPDF")) continue;
+    disconnect(action, &QAction::triggered, this, nullptr);
+    connect(action, &QAction::triggered, this,
+            [this] { showExportImageSheet(ExportSheetKind::Vector); });
+  }
+  // A click's selection is undoable: the step holds the selection before it.
+  connect(view_, &NetworkViewWidget::selectionClicked, this,
+          [this](const std::vector<std::uint64_t>& before) {
+            VXLNetworkView& view = view_->view();
+            const std::vector<std::uint64_t> after = view.selectedIndices();
+            view.setSelectedVertices(before);
+            controller_->recordUndo(VXLController::UndoKind::Selection);
+            view.setSelectedVertices(after);
+            selectionDidChange();
+          });
+  // Shift+drag in the view adds the vertices in its box to the selection.
+  connect(view_, &NetworkViewWidget::boxSelected, this,
+          [this](const std::vector<std::uint64_t>& boxed) {
+            std::vector<std::uint64_t> selection = view_->view().selectedIndices();
+            selection.insert(selection.end(), boxed.begin(), boxed.end());
+            controller_->setSelectedVertices(selection);
+            selectionDidChange();
+          });
   buildViewMenu();
   addMultilevelActions(menuBar()->addMenu(tr("&Layout")), this, *controller_);
   QMenu* window = menuBar()->addMenu(tr("&Window"));
@@ -177,6 +213,11 @@ void DocumentWindow::buildMenus() {
   QAction* console =
       window->addAction(tr("Script Console"), this, [] { ScriptConsoleWindow::showShared(); });
   console->setEnabled(ScriptConsoleWindow::shared() != nullptr);
+  addWindowList(window);
+  addHelpMenu(this);
+  acceptNetworkDrops(this, [this](const QString& file) {
+    documents_.openDocumentInBackground(file.toStdString(), QLODocumentController::Display::Show);
+  });
 }
 
 void DocumentWindow::buildFileMenu() {
@@ -243,15 +284,16 @@ void DocumentWindow::showExport3DSheet() {
   export3DSheet_->present();
 }
 
-void DocumentWindow::showExportImageSheet() {
+void DocumentWindow::showExportImageSheet(ExportSheetKind kind) {
   const QString folder = toQString(controller_->currentFolder().string());
-  openExportImageSheet(this, *view_, {toQString(document_->displayName()), folder, folder},
-                       [this](const ExportReport& report) {
-                         if (report.written) {
-                           statusBar()->showMessage(
-                               tr("Exported %1").arg(toQString(report.path.string())), 5000);
-                         }
-                       });
+  openExportImageSheet(
+      this, *view_, {toQString(document_->displayName()), folder, folder},
+      [this](const ExportReport& report) {
+        if (report.written) {
+          statusBar()->showMessage(tr("Exported %1").arg(toQString(report.path.string())), 5000);
+        }
+      },
+      kind);
 }
 
 void DocumentWindow::exportWebBundle() {
@@ -287,6 +329,11 @@ void DocumentWindow::buildViewMenu() {
   sidePanelAction_->setChecked(sidePanelShown_);
   sidePanelAction_->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S));
   connect(sidePanelAction_, &QAction::triggered, this, &DocumentWindow::setSidePanelShown);
+  addFramingActions(menu, view_);
+}
+
+void DocumentWindow::selectionDidChange() {
+  panel_->refresh(VXLController::Panel::NodesSelected);
 }
 
 void DocumentWindow::fillRecentMenu() {
@@ -350,8 +397,8 @@ bool DocumentWindow::saveAs() {
   panel.setNameFilter(QStringLiteral("GraphML (*.graphml)"));
   panel.setDefaultSuffix(QStringLiteral("graphml"));
   const auto& file = document_->fileURL();
+  rememberFolder(&panel, file.empty() ? QString() : toQString(file.parent_path().string()));
   if (!file.empty()) {
-    panel.setDirectory(toQString(file.parent_path().string()));
     panel.selectFile(toQString(file.stem().string()) + QStringLiteral(".graphml"));
   } else {
     panel.selectFile(toQString(document_->displayName()) + QStringLiteral(".graphml"));

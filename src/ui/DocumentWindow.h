@@ -20,6 +20,8 @@ class QVariantAnimation;
 namespace ui {
 
 class Export3DSheet;
+enum class ExportSheetKind;
+class FindBar;
 class NetworkViewWidget;
 class SidePanel;
 
@@ -66,10 +68,12 @@ class DocumentWindow : public QMainWindow {
   // File > Export > 3D Export... (through the document and the controller)
   // and Web Bundle... (straight to the folder, with the sheet's defaults).
   void showExport3DSheet();
-  void showExportImageSheet();
+  void showExportImageSheet(ExportSheetKind kind);
   void exportWebBundle();
   void updateTitle();
   void updateCounts();
+  // The view's selection changed from a menu or the find bar.
+  void selectionDidChange();
   bool saveTo(const QString& file);
   // Save, Don't Save or Cancel: true when the window may close.
   bool askToSaveChanges();
@@ -88,6 +92,7 @@ class DocumentWindow : public QMainWindow {
   QMenu* recentMenu_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   Export3DSheet* export3DSheet_ = nullptr;
+  FindBar* findBar_ = nullptr;
   QAction* sidePanelAction_ = nullptr;
   QVariantAnimation* slide_ = nullptr;
   bool sidePanelShown_ = true;

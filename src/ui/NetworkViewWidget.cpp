@@ -1,12 +1,15 @@
 #include "ui/NetworkViewWidget.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QEnterEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QOpenGLContext>
+#include <QRubberBand>
 #include <QWheelEvent>
 #include <chrono>
+#include <utility>
 
 #include "ui/glformat.h"
 #include "ui/viewinput.h"
@@ -121,8 +124,24 @@ void NetworkViewWidget::paintGL() {
   // Qt has bound the widget's framebuffer; the view shows its frame there.
   // A frame still in the making goes on at the next paint, which the tick
   // asks for.
+  applyPendingInput();
+  paintedChange_ = view_->changeCount();
+  ++paints_;
   const QSize pixels = pixelSize();
   view_->presentFrame(pixels.width(), pixels.height());
+}
+
+void NetworkViewWidget::applyPendingInput() {
+  PendingInput input = std::exchange(pending_, PendingInput{});
+  if (input.dragTo) view_->mouseDragged((*input.dragTo)[0], (*input.dragTo)[1]);
+  if (input.wheel) view_->scrollWheel(input.wheelX, input.wheelY, 0.0, input.wheelModifiers);
+}
+
+void NetworkViewWidget::requestFrameIfChanged() {
+  if (view_->changeCount() != paintedChange_ || view_->framePending() || view_->shader() ||
+      view_->overlaysFading()) {
+    update();
+  }
 }
 
 void NetworkViewWidget::tick() {
@@ -130,7 +149,7 @@ void NetworkViewWidget::tick() {
   // the frame itself is drawn once, in the paintGL that update() schedules
   // (updates coalesce, so a slow frame is skipped rather than queued).
   view_->animationTimer();
-  update();
+  requestFrameIfChanged();
 }
 
 std::array<double, 2> NetworkViewWidget::backing(QPointF position) const {
@@ -147,6 +166,12 @@ std::uint64_t NetworkViewWidget::pick(double x, double y) {
 }
 
 void NetworkViewWidget::mousePressEvent(QMouseEvent* event) {
+  applyPendingInput();
+  if (event->button() == Qt::LeftButton && event->modifiers() == Qt::ShiftModifier) {
+    // A box or, without moving, a Shift+click (decided at the release).
+    bandStart_ = event->position().toPoint();
+    return;
+  }
   const auto [x, y] = backing(event->position());
   switch (event->button()) {
     case Qt::LeftButton:
@@ -164,25 +189,65 @@ void NetworkViewWidget::mousePressEvent(QMouseEvent* event) {
 
 void NetworkViewWidget::mouseMoveEvent(QMouseEvent* event) {
   const auto [x, y] = backing(event->position());
+  if (bandStart_) {
+    if (!band_) band_ = new QRubberBand(QRubberBand::Rectangle, this);
+    band_->setGeometry(QRect(*bandStart_, event->position().toPoint()).normalized());
+    band_->show();
+    return;
+  }
   if (event->buttons() == Qt::NoButton) {
     view_->mouseMoved(x, y);
-  } else {
-    view_->mouseDragged(x, y);
+    return;
   }
+  // Only the last point of a drag matters: the drag is applied at the paint.
+  pending_.dragTo = std::array<double, 2>{x, y};
   update();
 }
 
 void NetworkViewWidget::mouseReleaseEvent(QMouseEvent* event) {
+  applyPendingInput();
   const auto [x, y] = backing(event->position());
-  view_->mouseUp(x, y);
+  if (bandStart_) {
+    const QPoint start = *bandStart_;
+    bandStart_.reset();
+    if (band_) band_->hide();
+    if ((event->position().toPoint() - start).manhattanLength() <
+        QApplication::startDragDistance()) {
+      view_->mouseDown(x, y, Modifier::Shift);  // a Shift+click toggles the vertex
+      releaseInView(x, y);
+    } else {
+      const auto [x0, y0] = backing(QPointF(start));
+      emit boxSelected(view_->verticesInRectangle(x0, y0, x, y));
+    }
+    update();
+    return;
+  }
+  if (event->button() == Qt::LeftButton) {
+    releaseInView(x, y);
+  } else {
+    view_->mouseUp(x, y);
+  }
   update();
 }
 
 void NetworkViewWidget::wheelEvent(QWheelEvent* event) {
   const WheelSteps steps = toWheelSteps(event->angleDelta());
-  view_->scrollWheel(steps.dx, steps.dy, 0.0, toViewModifiers(event->modifiers()));
+  const Modifiers modifiers = toViewModifiers(event->modifiers());
+  // Steps add up until the next paint; a change of modifier applies them first.
+  if (pending_.wheel && pending_.wheelModifiers.bits != modifiers.bits) applyPendingInput();
+  pending_.wheel = true;
+  pending_.wheelModifiers = modifiers;
+  pending_.wheelX += steps.dx;
+  pending_.wheelY += steps.dy;
   event->accept();
   update();
+}
+
+void NetworkViewWidget::releaseInView(double x, double y) {
+  const std::uint64_t changes = view_->selectionChangeCount();
+  const std::vector<std::uint64_t> before = view_->selectedIndices();
+  view_->mouseUp(x, y);
+  if (view_->selectionChangeCount() != changes) emit selectionClicked(before);
 }
 
 void NetworkViewWidget::enterEvent(QEnterEvent* event) {

@@ -11,10 +11,13 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <vector>
 
 #include "render/VXLNetworkView.h"
 
 class QAction;
+class QRubberBand;
 
 namespace ui {
 
@@ -37,6 +40,9 @@ class NetworkViewWidget : public QOpenGLWidget {
   // The widget's size in device pixels (what the view draws into).
   QSize pixelSize() const;
 
+  // How many frames paintGL has drawn (an idle window draws none).
+  std::uint64_t paintCount() const { return paints_; }
+
  public slots:
   void start();
   void pause();
@@ -44,6 +50,10 @@ class NetworkViewWidget : public QOpenGLWidget {
 
  signals:
   void runningChanged(bool running);
+  // Shift+drag drew a box: the shown vertices inside it.
+  void boxSelected(const std::vector<std::uint64_t>& vertices);
+  // A click changed the view's selection; `before` is what was selected.
+  void selectionClicked(const std::vector<std::uint64_t>& before);
 
  protected:
   void initializeGL() override;
@@ -68,7 +78,28 @@ class NetworkViewWidget : public QOpenGLWidget {
   // A pick of the vertex under a point, in this widget's context.
   std::uint64_t pick(double x, double y);
 
+  // Wheel steps and drag points that arrived since the last frame, applied
+  // together at the next paint (or before a press or release).
+  struct PendingInput {
+    double wheelX = 0, wheelY = 0;
+    Modifiers wheelModifiers;
+    bool wheel = false;
+    std::optional<std::array<double, 2>> dragTo;
+  };
+  void applyPendingInput();
+  // Asks for a frame when the view changed since the last one, or a frame
+  // is still being drawn in pieces, or the picture moves by itself.
+  void requestFrameIfChanged();
+  // The view's mouseUp, telling selectionClicked when it changed the selection.
+  void releaseInView(double x, double y);
+
   std::shared_ptr<VXLNetworkView> view_;
+  PendingInput pending_;
+  // The Shift+drag box, from its press point (widget coordinates).
+  QRubberBand* band_ = nullptr;
+  std::optional<QPoint> bandStart_;
+  std::uint64_t paintedChange_ = ~std::uint64_t{0};
+  std::uint64_t paints_ = 0;
   QMetaObject::Connection contextEnds_;
   QTimer timer_;
   QAction* startPause_ = nullptr;

@@ -1,5 +1,6 @@
 #include "ui/SidePanel.h"
 
+#include <QLineEdit>
 #include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -12,6 +13,7 @@
 #include "ui/panels/LayoutPanel.h"
 #include "ui/panels/NetworkInfoPanel.h"
 #include "ui/panels/ViewPanel.h"
+#include "ui/wheelguard.h"
 
 namespace ui {
 
@@ -39,7 +41,16 @@ SidePanel::SidePanel(std::shared_ptr<VXLController> controller, QWidget* parent)
   auto* table = new QTableView;
   table->setObjectName("verticesTable");
   table->setMinimumHeight(220);
-  p.vertices->setTable(table);
+  auto* search = new QLineEdit;
+  search->setObjectName("verticesSearch");
+  search->setPlaceholderText(tr("Search names"));
+  search->setClearButtonEnabled(true);
+  p.vertices->setTable(table, search);
+  auto* verticesBox = new QWidget;
+  auto* verticesColumn = new QVBoxLayout(verticesBox);
+  verticesColumn->setContentsMargins(0, 0, 0, 0);
+  verticesColumn->addWidget(search);
+  verticesColumn->addWidget(table);
 
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(4, 4, 4, 4);
@@ -49,7 +60,7 @@ SidePanel::SidePanel(std::shared_ptr<VXLController> controller, QWidget* parent)
   column->addWidget(new CollapsibleSection("View", p.view, this));
   column->addWidget(new CollapsibleSection("Filter", p.filter, this));
   column->addWidget(new CollapsibleSection("Colour", p.colour, this));
-  column->addWidget(new CollapsibleSection("Vertices", table, this));
+  column->addWidget(new CollapsibleSection("Vertices", verticesBox, this));
   column->addStretch(1);
 
   // The view changes some of what the panels show on its own: Space starts
@@ -61,10 +72,17 @@ SidePanel::SidePanel(std::shared_ptr<VXLController> controller, QWidget* parent)
     if (!isVisible()) return;
     panels_->layout->showRunning();
     panels_->filter->showValues();
+    // Clicks in the view and scripts change the selection: the rows follow.
+    const std::uint64_t selection = controller_->networkView()->selectionChangeCount();
+    if (selection != shownSelection_) {
+      shownSelection_ = selection;
+      panels_->vertices->showViewSelection();
+    }
   });
   p.follow->start();
 
   refreshAll();
+  guardWheelOnInputs(this);
 }
 
 SidePanel::~SidePanel() {
@@ -93,8 +111,11 @@ void SidePanel::refresh(VXLController::Panel panel) {
       break;
     case Panel::Colour:
       p.colour->refresh();
+      p.vertices->reloadColours();
       break;
-    case Panel::NodesSelected:  // the table does not follow the view's selection
+    case Panel::NodesSelected:
+      shownSelection_ = controller_->networkView()->selectionChangeCount();
+      p.vertices->showViewSelection();
       break;
   }
 }

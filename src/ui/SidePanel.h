@@ -3,6 +3,7 @@
 // layout, view, filter and colour panels and the vertices table of one window, each
 // showing and changing its controller's settings.
 #include <QWidget>
+#include <cstdint>
 #include <memory>
 
 #include "app/VXLController.h"
@@ -25,6 +26,7 @@ class SidePanel : public QWidget {
   struct Panels;
   std::unique_ptr<Panels> panels_;
   std::shared_ptr<VXLController> controller_;
+  std::uint64_t shownSelection_ = 0;  // the view's selection count the table shows
 };
 
 }  // namespace ui

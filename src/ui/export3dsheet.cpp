@@ -16,6 +16,7 @@
 #include "app/QLOComplexNetwork.h"
 #include "app/VXLController.h"
 #include "ui/export3dtablemodel.h"
+#include "ui/lastfolder.h"
 
 namespace ui {
 
@@ -141,9 +142,11 @@ void Export3DSheet::finishedExporting3D(Sender sender) {
 
 void runWebBundleSavePanel(QWidget* parent, const std::shared_ptr<VXLController>& controller) {
   const std::filesystem::path folder = controller->currentFolder();
-  auto* panel =
-      new QFileDialog(parent, QObject::tr("Export Web Bundle"),
-                      folder.empty() ? QDir::homePath() : QString::fromStdString(folder.string()));
+  auto* panel = new QFileDialog(parent, QObject::tr("Export Web Bundle"));
+  const QString remembered = lastFolder();
+  rememberFolder(panel, !folder.empty()        ? QString::fromStdString(folder.string())
+                        : remembered.isEmpty() ? QDir::homePath()
+                                               : remembered);
   panel->setObjectName(QStringLiteral("webBundleSavePanel"));
   panel->setOption(QFileDialog::DontUseNativeDialog);
   panel->setAcceptMode(QFileDialog::AcceptSave);

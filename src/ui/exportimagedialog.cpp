@@ -12,11 +12,13 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QSpinBox>
 #include <cstdio>
 
 #include "render/VXLNetworkView.h"
 #include "ui/NetworkViewWidget.h"
+#include "ui/lastfolder.h"
 
 namespace ui {
 namespace {
@@ -33,10 +35,10 @@ QSpinBox* sizeField(int value, QWidget* parent) {
 
 }  // namespace
 
-QString proposedExportName(const QString& displayName) {
+QString proposedExportName(const QString& displayName, const QString& suffix) {
   const QFileInfo name(displayName);
   const QString base = name.suffix().isEmpty() ? name.fileName() : name.completeBaseName();
-  return base + QStringLiteral(".png");
+  return base + QLatin1Char('.') + suffix;
 }
 
 ExportImageAccessory::ExportImageAccessory(VXLNetworkView& view, QSize viewPixels, QWidget* parent)
@@ -90,19 +92,46 @@ void ExportImageAccessory::exportImageOpaqueCheckUpdated() {
 
 QFileDialog* openExportImageSheet(QWidget* window, NetworkViewWidget& host,
                                   const ExportSheetPlaces& places,
-                                  std::function<void(const ExportReport&)> done) {
-  auto* dialog = new QFileDialog(window, QObject::tr("Export Image"));
+                                  std::function<void(const ExportReport&)> done,
+                                  ExportSheetKind kind) {
+  const bool vector = kind == ExportSheetKind::Vector;
+  const QString title =
+      vector ? QObject::tr("Export Vector Document") : QObject::tr("Export Image");
+  auto* dialog = new QFileDialog(window, title);
   dialog->setOption(QFileDialog::DontUseNativeDialog, true);  // for the accessory
   dialog->setAcceptMode(QFileDialog::AcceptSave);
   dialog->setFileMode(QFileDialog::AnyFile);
-  dialog->setNameFilter(QObject::tr("Images (*.png *.pdf *.tiff *.jpg *.jpeg)"));
-  dialog->setDefaultSuffix(QStringLiteral("png"));
+  // The first pattern of each type is the suffix a typed name gets.
+  const QStringList filters =
+      vector
+          ? QStringList{QObject::tr("PDF document (*.pdf)"), QObject::tr("SVG drawing (*.svg)"),
+                        QObject::tr("Encapsulated PostScript (*.eps)"),
+                        QObject::tr("PostScript (*.ps)")}
+          : QStringList{QObject::tr("PNG image (*.png)"), QObject::tr("TIFF image (*.tiff *.tif)"),
+                        QObject::tr("JPEG image (*.jpg *.jpeg)"), QObject::tr("GIF image (*.gif)"),
+                        QObject::tr("BMP image (*.bmp)")};
+  dialog->setNameFilters(filters);
+  const auto suffixOf = [](const QString& filter) {
+    const qsizetype star = filter.indexOf(QStringLiteral("*."));
+    return filter.mid(star + 2).section(QRegularExpression(QStringLiteral("[ )]")), 0, 0);
+  };
+  dialog->setDefaultSuffix(suffixOf(filters.first()));
+  QObject::connect(
+      dialog, &QFileDialog::filterSelected, dialog, [dialog, suffixOf](const QString& filter) {
+        const QString suffix = suffixOf(filter);
+        dialog->setDefaultSuffix(suffix);
+        // The name typed so far takes the type's suffix.
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (name && !name->text().isEmpty()) {
+          name->setText(QFileInfo(name->text()).completeBaseName() + QLatin1Char('.') + suffix);
+        }
+      });
   dialog->setWindowModality(Qt::WindowModal);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   const QString folder =
       places.currentFolder.isEmpty() ? places.documentFolder : places.currentFolder;
-  if (!folder.isEmpty()) dialog->setDirectory(folder);
-  dialog->selectFile(proposedExportName(places.displayName));
+  rememberFolder(dialog, folder);
+  dialog->selectFile(proposedExportName(places.displayName, suffixOf(filters.first())));
 
   auto* accessory = new ExportImageAccessory(host.view(), host.pixelSize(), dialog);
   if (auto* grid = qobject_cast<QGridLayout*>(dialog->layout())) {
@@ -110,22 +139,23 @@ QFileDialog* openExportImageSheet(QWidget* window, NetworkViewWidget& host,
   }
 
   QPointer<NetworkViewWidget> guarded(&host);
-  QObject::connect(dialog, &QFileDialog::fileSelected, dialog,
-                   [guarded, accessory, window, done = std::move(done)](const QString& file) {
-                     if (!guarded) return;
-                     const QString path = QDir::cleanPath(QFileInfo(file).absoluteFilePath());
-                     const QSize size = accessory->imageSize();
-                     guarded->makeCurrent();
-                     const ExportReport report = guarded->view().exportImageToFile(
-                         path.toStdString(), size.width(), size.height(), accessory->lineWidth());
-                     guarded->doneCurrent();
-                     if (!report.written) {
-                       QMessageBox::warning(window, QObject::tr("Export Image"),
-                                            QObject::tr("The image could not be exported.\n\n") +
-                                                QString::fromStdString(report.error));
-                     }
-                     if (done) done(report);
-                   });
+  QObject::connect(
+      dialog, &QFileDialog::fileSelected, dialog,
+      [guarded, accessory, window, title, done = std::move(done)](const QString& file) {
+        if (!guarded) return;
+        const QString path = QDir::cleanPath(QFileInfo(file).absoluteFilePath());
+        const QSize size = accessory->imageSize();
+        guarded->makeCurrent();
+        const ExportReport report = guarded->view().exportImageToFile(
+            path.toStdString(), size.width(), size.height(), accessory->lineWidth());
+        guarded->doneCurrent();
+        if (!report.written) {
+          QMessageBox::warning(window, title,
+                               QObject::tr("The image could not be exported.\n\n") +
+                                   QString::fromStdString(report.error));
+        }
+        if (done) done(report);
+      });
   dialog->open();
   return dialog;
 }

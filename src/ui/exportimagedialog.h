@@ -19,9 +19,13 @@ namespace ui {
 
 class NetworkViewWidget;
 
-// The document's display name with its extension replaced by "png"
+// The document's display name with its extension replaced by `suffix`
 // ("karate.net" -> "karate.png", "Untitled" -> "Untitled.png").
-QString proposedExportName(const QString& displayName);
+QString proposedExportName(const QString& displayName, const QString& suffix = "png");
+
+// A picture (PNG, TIFF, JPEG, GIF, BMP) or a vector document (PDF, SVG, EPS,
+// PostScript): the sheet's title, file types and proposed name follow it.
+enum class ExportSheetKind { Image, Vector };
 
 // The size, line width and background controls below the file list.
 class ExportImageAccessory : public QWidget {
@@ -65,6 +69,7 @@ struct ExportSheetPlaces {
 // report to `done` when given. The dialog deletes itself when closed.
 QFileDialog* openExportImageSheet(QWidget* window, NetworkViewWidget& host,
                                   const ExportSheetPlaces& places,
-                                  std::function<void(const ExportReport&)> done = {});
+                                  std::function<void(const ExportReport&)> done = {},
+                                  ExportSheetKind kind = ExportSheetKind::Image);
 
 }  // namespace ui

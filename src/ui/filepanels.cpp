@@ -4,6 +4,8 @@
 #include <QMessageBox>
 #include <QPointer>
 
+#include "ui/lastfolder.h"
+
 namespace ui {
 
 namespace {
@@ -25,7 +27,7 @@ QFileDialog* makeFilePanel(QWidget* parent, const VXLController::FilePanelReques
   panel->setFileMode(saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   // A dialog that is not read-only offers to make new folders.
   panel->setOption(QFileDialog::ReadOnly, false);
-  if (!request.folder.empty()) panel->setDirectory(toQString(request.folder.string()));
+  rememberFolder(panel, request.folder.empty() ? QString() : toQString(request.folder.string()));
   if (!request.extension.empty()) {
     const QString extension = toQString(request.extension);
     panel->setNameFilter(QStringLiteral("%1 (*.%2)").arg(toQString(request.typeName), extension));

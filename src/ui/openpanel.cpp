@@ -4,6 +4,8 @@
 #include <QFileDialog>
 #include <QGridLayout>
 
+#include "ui/lastfolder.h"
+
 namespace ui {
 
 QStringList networkFileFilters() {
@@ -20,6 +22,7 @@ QFileDialog* makeOpenPanel(QWidget* parent, bool checkboxOn) {
   panel->setFileMode(QFileDialog::ExistingFiles);
   panel->setNameFilters(networkFileFilters());
   panel->setWindowModality(Qt::WindowModal);
+  rememberFolder(panel);
 
   auto* checkBox = new QCheckBox(QObject::tr("Load only the major connected component."), panel);
   checkBox->setObjectName(QStringLiteral("majorComponentCheckBox"));

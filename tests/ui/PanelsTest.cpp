@@ -291,9 +291,22 @@ TEST_F(Panels, TheTableShowsAMillionVerticesLazilyAndSelects) {
   selection->select(model->index(999'999, 0),
                     QItemSelectionModel::Select | QItemSelectionModel::Rows);
   EXPECT_EQ(view().selectedIndices(), (std::vector<std::uint64_t>{2, 999'999}));
-  // A selection made in the view leaves the table alone.
+  // A selection made in the view selects its rows, and the search field
+  // keeps the rows whose name holds its text.
   controller_->selectVertexWithIndex(6);
-  EXPECT_EQ(selection->selectedRows().size(), 2);
+  EXPECT_TRUE(uitest::processEventsUntil([&] {
+    const QModelIndexList rows = selection->selectedRows();
+    return rows.size() == 1 && rows.front().row() == 6;
+  }));
+  child<QLineEdit>("verticesSearch")->setText("123456");
+  ASSERT_EQ(model->rowCount(), 1);
+  EXPECT_EQ(model->index(0, 2).data().toULongLong(), 123456u);
+  child<QLineEdit>("verticesSearch")->setText("99999");
+  ASSERT_EQ(model->rowCount(), 19);  // 99999, x99999 and 99999x
+  // Sorted by degree, the two ends of the one edge come first.
+  table->sortByColumn(3, Qt::DescendingOrder);
+  EXPECT_EQ(model->index(0, 2).data().toULongLong(), 999'999u);
+  EXPECT_EQ(model->index(1, 3).data().toULongLong(), 0u);
 }
 
 TEST_F(ColourPanelTest, PopUpsOfferTheControllersTitlesAndRecolourAtOnce) {

@@ -183,12 +183,47 @@ TEST_F(Window, MouseAndWheelReachTheView) {
   EXPECT_DOUBLE_EQ(view().overPosition()[0], hover.x() * ratio);
   EXPECT_DOUBLE_EQ(view().overPosition()[1], widget().pixelSize().height() - hover.y() * ratio);
 
-  // The wheel moves the camera.
+  // The wheel moves the camera: queued steps add up and apply at one frame.
   const VXLCamera camera = view().camera();
-  QWheelEvent wheel(QPointF(centre), widget().mapToGlobal(QPointF(centre)), QPoint(),
-                    QPoint(0, 240), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-  QApplication::sendEvent(&widget(), &wheel);
-  EXPECT_NE(view().camera().position, camera.position);
+  const std::uint64_t paints = widget().paintCount();
+  for (int i = 0; i < 3; ++i) {
+    QWheelEvent wheel(QPointF(centre), widget().mapToGlobal(QPointF(centre)), QPoint(),
+                      QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&widget(), &wheel);
+  }
+  EXPECT_EQ(view().camera().position, camera.position) << "applied before the frame";
+  ASSERT_TRUE(processEventsUntil([&] { return widget().paintCount() > paints; }));
+  EXPECT_LT(view().camera().position[2], camera.position[2]);
+}
+
+TEST_F(Window, FitFramesTheNetworkAndAnIdleWindowDrawsNothing) {
+  widget().pause();
+  ASSERT_TRUE(processEventsUntil([&] { return view().camera().viewWidth > 0; }));
+  // A new network is framed once installed: its centre is the rotation centre.
+  EXPECT_TRUE(processEventsUntil([&] { return view().camera().rotationCenter != Vec3d{0, 0, 0}; }));
+
+  // Zoomed far out, View > Fit All brings the network back into the frame.
+  VXLCamera far = view().camera();
+  far.position[2] *= 50;
+  view().setCamera(far);
+  QAction* fit = window_->findChild<QAction*>(QStringLiteral("fitAllAction"));
+  ASSERT_TRUE(fit);
+  fit->trigger();
+  EXPECT_LT(view().camera().position[2], far.position[2] / 10);
+
+  // Paused with nothing changing, no frame is drawn; a change draws one.
+  // Once the resize message has faded and the last frame is whole (a loaded
+  // machine draws it in pieces over several paints), nothing is drawn.
+  QTest::qWait(3500);
+  ASSERT_TRUE(processEventsUntil([&] {
+    QTest::qWait(50);
+    return !view().framePending() && !view().overlaysFading();
+  }));
+  const std::uint64_t idle = widget().paintCount();
+  QTest::qWait(500);
+  EXPECT_EQ(widget().paintCount(), idle);
+  view().selectAll();
+  EXPECT_TRUE(processEventsUntil([&] { return widget().paintCount() > idle; }));
 }
 
 TEST_F(Window, CountsAndClicksFollowTheNetwork) {
@@ -230,6 +265,13 @@ TEST_F(Window, CountsAndClicksFollowTheNetwork) {
       shown, [&](QRgb p) { return p != shown.pixel(2, 2); }, corner);
   EXPECT_GT(marked, 100);
   QTest::mouseClick(&widget(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+  EXPECT_TRUE(view().selectedIndices().empty());
+  // Clicks are undoable selections.
+  QAction* undo = window_->findChild<QAction*>(QStringLiteral("undoAction"));
+  ASSERT_TRUE(undo);
+  undo->trigger();
+  EXPECT_EQ(view().selectedIndices(), std::vector<std::uint64_t>{0});
+  undo->trigger();
   EXPECT_TRUE(view().selectedIndices().empty());
 
   // A generated network replaces the network and the counts.

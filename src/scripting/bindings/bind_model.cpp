@@ -15,8 +15,10 @@ void bindModel(pybind11::module_& m) {
   bindVertex(m);
   bindNetwork(m);
   bindView(m);
+  bindViewTools(m);
   bindLegends(m);
   bindController(m);
+  bindControllerUndo(m);
   bindControllerSelection(m);
   bindDocuments(m);
   bindExport(m);

@@ -14,8 +14,12 @@ void bindRandomGenerator(pybind11::module_& m);
 void bindVertex(pybind11::module_& m);
 void bindNetwork(pybind11::module_& m);
 void bindView(pybind11::module_& m);
+// Fit, find and the selection tools, added to the view's class.
+void bindViewTools(pybind11::module_& m);
 void bindLegends(pybind11::module_& m);  // also gives the view its legend
 void bindController(pybind11::module_& m);
+// Undo and redo, added to the controller's class.
+void bindControllerUndo(pybind11::module_& m);
 // The selection handler, vertex-object selection and placement, added to the
 // view and controller classes.
 void bindControllerSelection(pybind11::module_& m);

@@ -1,0 +1,72 @@
+"""Fit, find and the selection tools of the view from Python. The framing
+maths and the tools' rules are checked in C++; this checks they are reachable
+and act on the view."""
+import unittest
+
+import plexview
+from plexview import QLONetwork, VXLController, VXLNetworkView
+
+
+class ViewToolsTest(unittest.TestCase):
+    def setUp(self):
+        plexview.QLORandomGenerator.sharedRandomGenerator().setSeed(4)
+        self.network = QLONetwork.initRandomNetworkWithNumberOfVertices(40, 3)
+        self.view = VXLNetworkView()
+        self.view.setNetwork(self.network)
+
+    def test_fit_moves_the_camera_to_the_vertices(self):
+        self.view.resetCenter(500.0, 500.0, 500.0)
+        before = self.view.camera().position
+        self.assertTrue(self.view.zoomToFit())
+        after = self.view.camera().position
+        self.assertNotEqual(list(before), list(after))
+        self.assertGreater(after[2], before[2])  # a larger layout needs more distance
+        self.view.setSelectedVertices([3])
+        self.assertTrue(self.view.frameSelection())
+        self.view.setSelectedVertices([])
+        self.assertFalse(self.view.frameSelection())
+
+    def test_selection_tools_and_find(self):
+        self.view.selectAll()
+        self.assertEqual(len(self.view.selectedIndices()), 40)
+        self.view.invertSelection()
+        self.assertEqual(self.view.selectedIndices(), [])
+        self.view.setSelectedVertices([0])
+        self.view.selectNeighbours()
+        self.assertGreater(len(self.view.selectedIndices()), 1)
+        # Generated networks have no names: nothing matches.
+        self.assertEqual(self.view.findVertices("x"), [])
+        before = self.view.changeCount()
+        self.view.selectAll()
+        self.assertGreater(self.view.changeCount(), before)
+
+
+if __name__ == "__main__":
+    unittest.main()
+
+
+class UndoTest(unittest.TestCase):
+    def test_undo_puts_back_colouring_filter_and_positions(self):
+        controller = VXLController.init()
+        plexview.QLORandomGenerator.sharedRandomGenerator().setSeed(6)
+        controller.setNetwork(QLONetwork.initRandomNetworkWithNumberOfVertices(60, 3))
+        view = controller.networkView()
+        view.prepareFrame()
+        self.assertFalse(controller.canUndo())
+        start_map = controller.selectedColorMap()
+        start_positions = view.positions().text()
+        start_max = controller.maxFilterProperty()
+
+        controller.selectColorMap("Gray")              # A
+        controller.setMaxFilterProperty(1.0)           # B
+        controller.randomizePositionsWithSizeX(5.0, 5.0, 5.0)  # C
+        controller.undo()
+        self.assertEqual(view.positions().text(), start_positions)
+        controller.undo()
+        self.assertEqual(controller.maxFilterProperty(), start_max)
+        controller.undo()
+        self.assertEqual(controller.selectedColorMap(), start_map)
+        self.assertFalse(controller.canUndo())
+        controller.redo()
+        self.assertEqual(controller.selectedColorMap(), "Gray")
+        self.assertTrue(controller.canRedo())
