@@ -47,6 +47,7 @@ LegendStyle VXLNetworkView::legendStyle() const {
 }
 
 void VXLNetworkView::setLegendStyle(LegendStyle style) {
+  noteChange();
   options_.legendStyle.store(style, kRelaxed);
   std::lock_guard lock(lock_);
   useLegendStyle(style);
