@@ -200,6 +200,7 @@ RenderPath VXLNetworkView::preferredRenderPath() const {
 }
 
 void VXLNetworkView::setPreferredRenderPath(RenderPath path) {
+  noteChange();
   renderers_->setPreferred(path);
 }
 
