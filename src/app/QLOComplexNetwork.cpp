@@ -43,6 +43,9 @@ bool QLOComplexNetwork::readFromURL(const fs::path& url, std::string_view type,
     // Untitled, so that saving never writes GraphML over the Pajek file.
     becomeUntitledCopyOf(url);
     setNetworkToBeOppened(QLONetwork::initWithContentsOfPajekURL(url, &readError_));
+  } else if (app::isImportedNetworkType(type)) {
+    becomeUntitledCopyOf(url);
+    setNetworkToBeOppened(QLONetwork::initWithContentsOfURL(url, &readError_));
   } else {
     readError_ = ReadError{url.string(), 0, "not a network file"};
   }
@@ -127,6 +130,18 @@ ExportResult QLOComplexNetwork::exportNetworkToPajekFormat() {
 ExportResult QLOComplexNetwork::exportNetworkToEdgesFormat() {
   if (!networkController_) return {false, "There is no window to export from."};
   networkController_->exportNetworkToEdges();
+  return {true, {}};
+}
+
+ExportResult QLOComplexNetwork::exportNetworkToGexfFormat() {
+  if (!networkController_) return {false, "There is no window to export from."};
+  networkController_->exportNetworkToGexf();
+  return {true, {}};
+}
+
+ExportResult QLOComplexNetwork::exportNetworkToGmlFormat() {
+  if (!networkController_) return {false, "There is no window to export from."};
+  networkController_->exportNetworkToGml();
   return {true, {}};
 }
 

@@ -7,7 +7,8 @@
 namespace ui {
 
 QStringList networkFileFilters() {
-  return {QStringLiteral("Networks (*.graphml *.xml *.net *.paj)"),
+  return {QStringLiteral("Networks (*.graphml *.xml *.net *.paj *.gml *.gexf *.csv *.tsv *.edges "
+                         "*.txt *.gz)"),
           QStringLiteral("All files (*)")};
 }
 
