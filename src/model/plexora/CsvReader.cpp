@@ -13,6 +13,7 @@
 
 #include "plexora/QLONetwork.h"
 #include "plexora/formats.h"
+#include "plexora/vertex_ids.h"
 #include "quillo/numbertext.h"
 
 namespace plexora {
@@ -106,17 +107,15 @@ class EdgeListReader {
   }
 
   std::uint64_t vertexOf(std::string_view name) {
-    const auto [at, added] = ids_.try_emplace(name, names_.size());
+    const auto [vertex, added] = ids_.insert(name, names_.size());
     if (added) {
       names_.emplace_back(name);
-      if (&name.front() < text_.data() || &name.front() >= text_.data() + text_.size()) {
+      if (name.data() < text_.data() || name.data() >= text_.data() + text_.size()) {
         // The key points at an unquoted copy that the next record reuses.
-        const std::string& kept = owned_.emplace_back(name);
-        ids_.erase(at);
-        ids_.emplace(kept, names_.size() - 1);
+        ids_.rekey(name, owned_.emplace_back(name));
       }
     }
-    return added ? names_.size() - 1 : at->second;
+    return vertex;
   }
 
   // A header names "source" and "target" (any case), or holds "weight";
@@ -282,7 +281,7 @@ class EdgeListReader {
   std::vector<QuotedField> quotedFields_;
   std::string scratch_;
   std::deque<std::string> owned_;
-  std::unordered_map<std::string_view, std::uint64_t> ids_;
+  detail::VertexIds ids_{text_.size() / 2 + 16};
   TextList names_;
 };
 

@@ -16,6 +16,7 @@
 #include "plexora/formats.h"
 #include "plexora/graphml_xml.h"
 #include "plexora/read_columns.h"
+#include "plexora/vertex_ids.h"
 #include "quillo/numbertext.h"
 
 namespace plexora {
@@ -81,7 +82,7 @@ class GexfReader {
     for (pugi::xml_node child = graph.first_child(); child; child = child.next_sibling()) {
       if (isElement(child, "nodes") && !readNodes(child)) return nullptr;
     }
-    data.verticesCount = ids_.size();
+    data.verticesCount = columns_.names.size();
     for (pugi::xml_node child = graph.first_child(); child; child = child.next_sibling()) {
       if (isElement(child, "edges") && !readEdges(child, data)) return nullptr;
     }
@@ -179,12 +180,12 @@ class GexfReader {
       if (!isElement(node, "node")) continue;
       const char* id = attributeValue(node, "id");
       if (!id) return fail(line(node), "a <node> has no id"), false;
-      const std::uint64_t vertex = ids_.size();
+      const std::uint64_t vertex = columns_.names.size();
       if (vertex >= maxReadVertices()) {
         return fail(line(node), "more than " + std::to_string(maxReadVertices()) + " vertices"),
                false;
       }
-      if (!ids_.emplace(id, vertex).second) {
+      if (!ids_.insert(id, vertex).second) {
         return fail(line(node), "the node id " + quillo::quoted(id) + " appears twice"), false;
       }
       const char* label = attributeValue(node, "label");
@@ -241,12 +242,12 @@ class GexfReader {
       for (int e = 0; e < 2; ++e) {
         if (!ends[e]) return fail(line(edge), "an <edge> lacks its source or target"), false;
         const auto found = ids_.find(ends[e]);
-        if (found == ids_.end()) {
+        if (!found) {
           return fail(line(edge), "the edge names node " + quillo::quoted(ends[e]) +
                                       ", which the document does not define"),
                  false;
         }
-        vertices[e] = found->second;
+        vertices[e] = *found;
       }
       data.from.push_back(vertices[0]);
       data.to.push_back(vertices[1]);
@@ -271,7 +272,7 @@ class GexfReader {
   const std::string& name_;
   ReadError* error_;
   pugi::xml_document document_;
-  std::unordered_map<std::string_view, std::uint64_t> ids_;
+  detail::VertexIds ids_{text_.size() / 8 + 16};
   std::unordered_map<std::string_view, std::size_t> attributeIds_;
   std::vector<Attribute> attributes_;
   std::vector<std::vector<bool>> given_;
