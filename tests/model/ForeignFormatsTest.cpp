@@ -111,6 +111,8 @@ TEST(ForeignFormats, RefusesBrokenFilesNamingTheLine) {
       {plexora::readGml, "graph [\n node [ id 0 label \"x ]\n]\n", 2, "string is not closed"},
       {plexora::readGml, "graph [\n size abc\n]", 2, "neither a number nor a string"},
       {plexora::readGml, "node [ id 0 ]", 0, "no \"graph [\" list"},
+      // A quoted piece of a file that is no UTF-8 stays valid text.
+      {plexora::readGml, "graph [\n \xF0 node\n]", 2, "'node' of '\xEF\xBF\xBD'"},
       {plexora::readGexf, gexfNan.c_str(), 2, "not a finite number"},
       {plexora::readGexf, gexfEdge.c_str(), 3, "names node 'q'"},
       {plexora::readGexf, gexfValue.c_str(), 2, "is not a number"},

@@ -13,6 +13,7 @@
 
 #include "plexora/QLONetwork.h"
 #include "plexora/formats.h"
+#include "plexora/read_columns.h"
 #include "plexora/vertex_ids.h"
 #include "quillo/numbertext.h"
 
@@ -101,7 +102,7 @@ class EdgeListReader {
 
  private:
   std::nullptr_t fail(std::uint64_t line, std::string message) {
-    if (error_) *error_ = ReadError{name_, line, std::move(message)};
+    if (error_) *error_ = ReadError{name_, line, detail::validUtf8(message)};
     failed_ = true;
     return nullptr;
   }

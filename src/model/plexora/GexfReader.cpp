@@ -96,7 +96,7 @@ class GexfReader {
 
  private:
   std::nullptr_t fail(std::uint64_t line, std::string message) {
-    if (error_) *error_ = ReadError{name_, line, std::move(message)};
+    if (error_) *error_ = ReadError{name_, line, detail::validUtf8(message)};
     return nullptr;
   }
   std::uint64_t line(const pugi::xml_node& node) const {

@@ -122,7 +122,7 @@ class GmlReader {
 
  private:
   std::nullptr_t fail(std::uint64_t line, std::string message) {
-    if (error_) *error_ = ReadError{name_, line, std::move(message)};
+    if (error_) *error_ = ReadError{name_, line, detail::validUtf8(message)};
     failed_ = true;
     return nullptr;
   }

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "plexora/QLONetwork.h"
+#include "plexora/graphml_escape.h"
 #include "quillo/numbertext.h"
 
 namespace plexora::detail {
@@ -119,6 +120,31 @@ class VertexColumns {
   }
   std::vector<ValueColumn> columns_;
 };
+
+// `text` with every byte that does not begin a well-formed UTF-8 sequence
+// replaced by U+FFFD: error messages quote pieces of files, which may be cut
+// mid-character or not be UTF-8 at all, and must stay valid text.
+inline std::string validUtf8(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (std::size_t i = 0; i < text.size();) {
+    const unsigned char c = static_cast<unsigned char>(text[i]);
+    if (c < 0x80) {
+      out += static_cast<char>(c);
+      ++i;
+      continue;
+    }
+    const std::size_t length = graphml::detail::utf8SequenceLength(text, i);
+    if (length == 0) {
+      out += graphml::detail::kReplacement;
+      ++i;
+    } else {
+      out.append(text.substr(i, length));
+      i += length;
+    }
+  }
+  return out;
+}
 
 inline bool finite3(const std::array<float, 3>& v) {
   return std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]);
