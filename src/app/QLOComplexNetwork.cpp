@@ -38,6 +38,9 @@ bool QLOComplexNetwork::readFromURL(const fs::path& url, std::string_view type,
     setNetworkToBeOppened(QLONetwork::initWithContentsOfURL(url, &readError_));
   } else if (app::typeConformsTo(type, app::kPajekNetworkType)) {
     setNetworkToBeOppened(QLONetwork::initWithContentsOfPajekURL(url, &readError_));
+  } else if (app::isImportedNetworkType(type)) {
+    becomeUntitledCopyOf(url);
+    setNetworkToBeOppened(QLONetwork::initWithContentsOfURL(url, &readError_));
   } else {
     readError_ = ReadError{url.string(), 0, "not a network file"};
   }
@@ -133,6 +136,18 @@ ExportResult QLOComplexNetwork::exportNetworkToPajekFormat() {
 ExportResult QLOComplexNetwork::exportNetworkToEdgesFormat() {
   if (!networkController_) return {false, "There is no window to export from."};
   networkController_->exportNetworkToEdges();
+  return {true, {}};
+}
+
+ExportResult QLOComplexNetwork::exportNetworkToGexfFormat() {
+  if (!networkController_) return {false, "There is no window to export from."};
+  networkController_->exportNetworkToGexf();
+  return {true, {}};
+}
+
+ExportResult QLOComplexNetwork::exportNetworkToGmlFormat() {
+  if (!networkController_) return {false, "There is no window to export from."};
+  networkController_->exportNetworkToGml();
   return {true, {}};
 }
 

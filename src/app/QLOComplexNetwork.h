@@ -87,6 +87,8 @@ class QLOComplexNetwork {
   ExportResult exportTo3D();
   ExportResult exportNetworkToPajekFormat();
   ExportResult exportNetworkToEdgesFormat();
+  ExportResult exportNetworkToGexfFormat();
+  ExportResult exportNetworkToGmlFormat();
 
   // --- Location, name, type ---
   const std::filesystem::path& fileURL() const { return fileURL_; }

@@ -62,8 +62,10 @@ QLOComplexNetwork::Ptr QLODocumentController::newDocument() {
 }
 
 void QLODocumentController::openDocument() {
-  const std::vector<std::string> types{std::string(app::kComplexNetworkType),
-                                       std::string(app::kPajekNetworkType)};
+  const std::vector<std::string> types{
+      std::string(app::kComplexNetworkType), std::string(app::kPajekNetworkType),
+      std::string(app::kGmlNetworkType), std::string(app::kGexfNetworkType),
+      std::string(app::kEdgeListType)};
   beginOpenPanel(types, [this](int result, const std::vector<fs::path>& files) {
     if (result != kOK) return;
     for (const fs::path& file : files) openDocumentInBackground(file, Display::Show);
@@ -95,7 +97,7 @@ QLODocumentController::FileRead QLODocumentController::readForCurrentWindow(cons
     return read;
   }
   const std::string& type = *read.type;
-  if (app::typeConformsTo(type, app::kComplexNetworkType)) {
+  if (app::typeConformsTo(type, app::kComplexNetworkType) || app::isImportedNetworkType(type)) {
     read.network = QLONetwork::initWithContentsOfURL(url, &read.error);
   } else if (app::typeConformsTo(type, app::kPajekNetworkType)) {
     read.network = QLONetwork::initWithContentsOfPajekURL(url, &read.error);

@@ -468,6 +468,8 @@ class VXLController {
   void openPositionsFromPanel();
   void exportNetworkToPajekFormat();
   void exportNetworkToEdges();
+  void exportNetworkToGexf();
+  void exportNetworkToGml();
 
   // Writes the view's positions, one "X Y Z" line per vertex that reads back
   // to the same floats. False with the reason in `error` on failure; the file
@@ -483,6 +485,10 @@ class VXLController {
   // as Pajek or as an edge list, atomically; false with the reason in `error`.
   bool exportNetworkToPajekFormat(const std::filesystem::path& path, std::string* error = nullptr);
   bool exportNetworkToEdges(const std::filesystem::path& path, std::string* error = nullptr);
+  // GEXF 1.3 with the layout as viz positions and the shown colours as viz
+  // colours, and GML with the layout as graphics; the network is left as it is.
+  bool exportNetworkToGexf(const std::filesystem::path& path, std::string* error = nullptr);
+  bool exportNetworkToGml(const std::filesystem::path& path, std::string* error = nullptr);
   // --- End of files ---
 
  private:

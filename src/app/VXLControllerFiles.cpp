@@ -1,5 +1,5 @@
 // The controller's file commands: positions files in and out, and the shown
-// network written as Pajek or as an edge list. The panels and alerts are the
+// network written as Pajek, GEXF, GML or as an edge list. The panels and alerts are the
 // window's (see setFilePanel and setFileAlert); everything here is also
 // reachable without them, by path.
 #include <cstdlib>
@@ -181,6 +181,50 @@ void VXLController::exportNetworkToEdges() {
   runSavePanel(request, [this](const fs::path& path, std::string* error) {
     return exportNetworkToEdges(path, error);
   });
+}
+
+void VXLController::exportNetworkToGexf() {
+  FilePanelRequest request;
+  request.title = "Export GEXF";
+  request.folder = currentFolder();
+  request.extension = "gexf";
+  request.typeName = "GEXF network";
+  request.proposedName = proposedFileName(shownName(*this), "gexf");
+  runSavePanel(request, [this](const fs::path& path, std::string* error) {
+    return exportNetworkToGexf(path, error);
+  });
+}
+
+void VXLController::exportNetworkToGml() {
+  FilePanelRequest request;
+  request.title = "Export GML";
+  request.folder = currentFolder();
+  request.extension = "gml";
+  request.typeName = "GML network";
+  request.proposedName = proposedFileName(shownName(*this), "gml");
+  runSavePanel(request, [this](const fs::path& path, std::string* error) {
+    return exportNetworkToGml(path, error);
+  });
+}
+
+bool VXLController::exportNetworkToGexf(const fs::path& path, std::string* error) {
+  const auto shown = network();
+  if (!shown) {
+    if (error) *error = path.string() + ": there is no network to export";
+    return false;
+  }
+  const std::string text = plexora::gexfText(*shown, positions(), view_->colors());
+  return quillo::writeWholeFile(standardized(path), text, WriteMode::Atomic, error);
+}
+
+bool VXLController::exportNetworkToGml(const fs::path& path, std::string* error) {
+  const auto shown = network();
+  if (!shown) {
+    if (error) *error = path.string() + ": there is no network to export";
+    return false;
+  }
+  const std::string text = plexora::gmlText(*shown, positions());
+  return quillo::writeWholeFile(standardized(path), text, WriteMode::Atomic, error);
 }
 
 bool VXLController::exportNetworkToPajekFormat(const fs::path& path, std::string* error) {

@@ -1,19 +1,21 @@
 #include "app/doctypes.h"
 
-#include <algorithm>
 #include <array>
-#include <cctype>
 #include <utility>
 
+#include "plexora/formats.h"
 #include "quillo/fileio.h"
 
 namespace app {
 namespace {
 
 // Each type with its parent; the root has none.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 7> kParents{{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 10> kParents{{
     {kComplexNetworkType, "public.xml"},
     {kPajekNetworkType, "public.plain-text"},
+    {kGmlNetworkType, "public.plain-text"},
+    {kGexfNetworkType, "public.xml"},
+    {kEdgeListType, "public.plain-text"},
     {"public.xml", "public.text"},
     {"public.plain-text", "public.text"},
     {"public.text", kDataType},
@@ -23,24 +25,37 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 7> kParents{
 
 struct Extensions {
   std::string_view type;
-  std::array<std::string_view, 3> names;
+  std::array<std::string_view, 5> names;
 };
-constexpr std::array<Extensions, 2> kExtensions{{
-    {kComplexNetworkType, {"graphml", "xml", ""}},
+constexpr std::array<Extensions, 5> kExtensions{{
+    {kComplexNetworkType, {"graphml", "xml"}},
     {kPajekNetworkType, {"net", "paj", "pajek"}},
+    {kGmlNetworkType, {"gml"}},
+    {kGexfNetworkType, {"gexf"}},
+    {kEdgeListType, {"csv", "tsv", "edges", "txt", "edgelist"}},
 }};
+
+std::string_view typeOfFormat(plexora::NetworkFormat format) {
+  switch (format) {
+    case plexora::NetworkFormat::Graphml:
+      return kComplexNetworkType;
+    case plexora::NetworkFormat::Pajek:
+      return kPajekNetworkType;
+    case plexora::NetworkFormat::Gml:
+      return kGmlNetworkType;
+    case plexora::NetworkFormat::Gexf:
+      return kGexfNetworkType;
+    case plexora::NetworkFormat::EdgeList:
+      break;
+  }
+  return kEdgeListType;
+}
 
 std::string_view parentOf(std::string_view type) {
   for (const auto& [child, parent] : kParents) {
     if (child == type) return parent;
   }
   return {};
-}
-
-std::string lowerCase(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return text;
 }
 
 }  // namespace
@@ -67,23 +82,18 @@ std::vector<std::string> extensionsForType(std::string_view type) {
 }
 
 std::optional<std::string> typeOfFile(const std::filesystem::path& file, ReadError& error) {
-  // Reading the start also checks that the file can be read at all; a
-  // compressed file is judged by its inflated text.
+  // Reading the start also checks that the file can be read at all (it
+  // exists, is a regular file, is readable); a compressed file is judged by
+  // its inflated text. The extension decides when it is one of ours, the
+  // start of the text otherwise.
   std::string head;
-  if (!quillo::readFileStart(file, 512, head, &error)) return std::nullopt;
-  std::string extension = lowerCase(quillo::withoutCompressionSuffix(file).extension().string());
-  if (!extension.empty()) extension.erase(0, 1);
-  for (const Extensions& e : kExtensions) {
-    if (std::find(e.names.begin(), e.names.end(), extension) != e.names.end() &&
-        !extension.empty()) {
-      return std::string(e.type);
-    }
-  }
-  // Not one of our names: the content decides.
-  std::size_t i = head.rfind("\xEF\xBB\xBF", 0) == 0 ? 3 : 0;
-  while (i < head.size() && std::isspace(static_cast<unsigned char>(head[i]))) ++i;
-  const bool xml = i < head.size() && head[i] == '<';
-  return std::string(xml ? kComplexNetworkType : kPajekNetworkType);
+  if (!quillo::readFileStart(file, 4096, head, &error)) return std::nullopt;
+  return std::string(typeOfFormat(plexora::networkFormatOf(file.filename().string(), head)));
+}
+
+bool isImportedNetworkType(std::string_view type) {
+  return typeConformsTo(type, kGmlNetworkType) || typeConformsTo(type, kGexfNetworkType) ||
+         typeConformsTo(type, kEdgeListType);
 }
 
 }  // namespace app

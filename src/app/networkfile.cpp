@@ -7,7 +7,7 @@ namespace app {
 QLONetwork::Ptr openNetworkFile(const std::filesystem::path& file, ReadError& error) {
   const auto type = typeOfFile(file, error);
   if (!type) return nullptr;
-  if (typeConformsTo(*type, kComplexNetworkType)) {
+  if (typeConformsTo(*type, kComplexNetworkType) || isImportedNetworkType(*type)) {
     return QLONetwork::initWithContentsOfURL(file, &error);
   }
   return QLONetwork::initWithContentsOfPajekURL(file, &error);

@@ -62,13 +62,19 @@ constexpr ExportItem kExportItems[] = {
     {"Pajek\u2026", "exportNetworkToPajekFormat", &QLOComplexNetwork::exportNetworkToPajekFormat},
     {"Edge List\u2026", "exportNetworkToEdgesFormat",
      &QLOComplexNetwork::exportNetworkToEdgesFormat},
+    {"GEXF\u2026", "exportNetworkToGexfFormat", &QLOComplexNetwork::exportNetworkToGexfFormat},
+    {"GML\u2026", "exportNetworkToGmlFormat", &QLOComplexNetwork::exportNetworkToGmlFormat},
 };
 // The exports that work; the others stay off unless the document says
 // otherwise.
 // The exports built so far; the document may still turn any item on.
-constexpr std::string_view kReadyExports[] = {"exportToImage", "exportToWebBundle", "exportTo3D",
+constexpr std::string_view kReadyExports[] = {"exportToImage",
+                                              "exportToWebBundle",
+                                              "exportTo3D",
                                               "exportNetworkToPajekFormat",
-                                              "exportNetworkToEdgesFormat"};
+                                              "exportNetworkToEdgesFormat",
+                                              "exportNetworkToGexfFormat",
+                                              "exportNetworkToGmlFormat"};
 
 }  // namespace
 

@@ -9,7 +9,8 @@
 namespace ui {
 
 QStringList networkFileFilters() {
-  return {QStringLiteral("Networks (*.graphml *.xml *.net *.paj *.pajek *.gz)"),
+  return {QStringLiteral("Networks (*.graphml *.xml *.net *.paj *.gml *.gexf *.csv *.tsv *.edges "
+                         "*.txt *.gz)"),
           QStringLiteral("All files (*)")};
 }
 

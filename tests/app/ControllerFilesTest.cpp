@@ -94,6 +94,8 @@ TEST_F(ControllerFiles, ExportsLeaveTheNetworkAsItWas) {
   const std::pair<const char*, Export> exports[] = {
       {"ring.net", &VXLController::exportNetworkToPajekFormat},
       {"ring.edges", &VXLController::exportNetworkToEdges},
+      {"ring.gexf", &VXLController::exportNetworkToGexf},
+      {"ring.gml", &VXLController::exportNetworkToGml},
       {"layout.txt", &VXLController::exportNodesPositions},
   };
   for (const auto& [name, write] : exports) {
@@ -104,13 +106,16 @@ TEST_F(ControllerFiles, ExportsLeaveTheNetworkAsItWas) {
   EXPECT_EQ(network->keysForPropertiesOfVertices(), keys);
   EXPECT_EQ(std::get<std::shared_ptr<QLOVector3dArray>>(network->propertyForKey("Position")),
             stored);
-  // The Pajek file still holds the layout as shown.
-  const auto back = QLONetwork::initWithContentsOfPajekURL(folder.path() / "ring.net");
-  ASSERT_TRUE(back);
-  const PropertyValue written = back->propertyForKey("Position");
-  ASSERT_TRUE(std::holds_alternative<std::shared_ptr<QLOVector3dArray>>(written));
-  EXPECT_EQ(std::get<std::shared_ptr<QLOVector3dArray>>(written)->xfv(),
-            controller->positions()->xfv());
+  // The Pajek, GEXF and GML files still hold the layout as shown.
+  for (const char* name : {"ring.net", "ring.gexf", "ring.gml"}) {
+    const auto back = QLONetwork::initWithContentsOfURL(folder.path() / name);
+    ASSERT_TRUE(back) << name;
+    const PropertyValue written = back->propertyForKey("Position");
+    ASSERT_TRUE(std::holds_alternative<std::shared_ptr<QLOVector3dArray>>(written)) << name;
+    EXPECT_EQ(std::get<std::shared_ptr<QLOVector3dArray>>(written)->xfv(),
+              controller->positions()->xfv())
+        << name;
+  }
 }
 
 TEST_F(ControllerFiles, CancelledPanelsWriteAndLogNothing) {
@@ -118,12 +123,13 @@ TEST_F(ControllerFiles, CancelledPanelsWriteAndLogNothing) {
   testing::internal::CaptureStderr();
   for (auto command :
        {&VXLController::exportNodesPositions, &VXLController::openPositionsFromPanel,
-        &VXLController::exportNetworkToPajekFormat, &VXLController::exportNetworkToEdges}) {
+        &VXLController::exportNetworkToPajekFormat, &VXLController::exportNetworkToEdges,
+        &VXLController::exportNetworkToGexf, &VXLController::exportNetworkToGml}) {
     answers.push_back(std::nullopt);
     ((*controller).*command)();
   }
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-  EXPECT_EQ(requests.size(), 4u);
+  EXPECT_EQ(requests.size(), 6u);
   EXPECT_TRUE(fs::is_empty(folder.path()));
   EXPECT_EQ(shown(), before);
 }

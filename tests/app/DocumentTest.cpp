@@ -47,6 +47,8 @@ TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
   const ScratchFolder scratch;
   const fs::path& folder = scratch.path();
   const std::string native(app::kComplexNetworkType), pajek(app::kPajekNetworkType);
+  const std::string gml(app::kGmlNetworkType), gexf(app::kGexfNetworkType);
+  const std::string edges(app::kEdgeListType);
   struct Case {
     const char* name;
     std::string contents;
@@ -56,8 +58,12 @@ TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
       {"a.graphml", "*Vertices 1\n", native},  // the name wins over the content
       {"b.PAJ", "<graphml/>", pajek},
       {"plain", " \r\n\t<?xml version=\"1.0\"?><graphml/>", native},
-      {"bom.txt", "\xEF\xBB\xBF<graphml/>", native},
-      {"empty", "", pajek},
+      {"bom.dat", "\xEF\xBB\xBF<graphml/>", native},
+      {"plain.gz", "<gexf version=\"1.3\">", gexf},
+      {"c.GML.gz", "1 2\n", gml},
+      {"d.txt", "graph [", edges},
+      {"e", "*Vertices 1\n", pajek},
+      {"empty", "", edges},
       // Compressed: the extension under ".gz", else the inflated content.
       {"c.net.gz", kGzipGraphml, pajek},
       {"d.gz", kGzipGraphml, native},
@@ -252,8 +258,10 @@ TEST_F(Documents, CancellingThePanelKeepsTheChoiceAndNewResetsIt) {
 TEST_F(Documents, OpeningSeveralFilesReadsInTheBackgroundOneWindowEach) {
   chooseInPanel(QLODocumentController::kOK, false, {kNative, kPajek, kNative});
   documents().openDocument();
-  EXPECT_EQ(panelTypes_, (std::vector<std::string>{std::string(app::kComplexNetworkType),
-                                                   std::string(app::kPajekNetworkType)}));
+  EXPECT_EQ(panelTypes_, (std::vector<std::string>{
+                             std::string(app::kComplexNetworkType),
+                             std::string(app::kPajekNetworkType), std::string(app::kGmlNetworkType),
+                             std::string(app::kGexfNetworkType), std::string(app::kEdgeListType)}));
   ASSERT_TRUE(processEventsUntil([] { return documents().pendingOpens() == 0; }));
   // Only the first goes into the start-up window, even though it was still
   // untouched when the others were asked for.
@@ -316,7 +324,7 @@ TEST(DocumentReading, AnErrorIsReportedOnlyToCallersThatAskForOne) {
       {kPajek, app::kPajekNetworkType, true, true},
       {kBroken, app::kPajekNetworkType, true, false},
       {kBroken, app::kPajekNetworkType, false, true},
-      {kPajek, app::kComplexNetworkType, true, false},
+      {kBroken, app::kGexfNetworkType, true, false},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.file.filename().string() + " as " + std::string(c.type));

@@ -254,6 +254,23 @@ TEST(GraphmlForeign, DocumentsReadAsDescribed) {
                        <key id="w" attr.name="weight" attr.type="double"/>)"),
        "2 directed weighted | | Name=\"first\"\"second\" | x=\"\"\"\" | y:float=nan,nan, | "
        "r:int=0,0, | g:int=0,0, | weight:double=nan,nan,"},
+      // graph-tool's vector keys: three numbers make a vector, a 2-D or 3-D
+      // "_pos" the layout; other counts stay text. Failing "weight", a numeric
+      // edge key "value" holds the weights.
+      {R"(<graphml><key id="p" for="node" attr.name="_pos" attr.type="vector_double"/>
+<key id="c" for="node" attr.name="c" attr.type="vector_float"/>
+<key id="q" for="node" attr.name="q" attr.type="vector_int"/>
+<key id="v" for="edge" attr.name="value" attr.type="int"/>
+<graph edgedefault="undirected"><node id="n0"><data key="p">1, 2</data><data key="c">1 2 3</data>
+<data key="q">1, 2, 3, 4</data></node><node id="n1"><data key="p">-0.5,4</data></node>
+<edge source="n0" target="n1"><data key="v">3</data></edge></graph></graphml>)",
+       "2 undirected weighted | 0-1:3 | Position:double3=1 2 0,-0.5 4 0, | "
+       "c:float3=1 2 3,0 0 0, | q=\"1, 2, 3, 4\"\"\""},
+      // Gephi's x and y; a node without them sits at the origin.
+      {R"(<graphml><key id="x" for="node" attr.name="x" attr.type="float"/>
+<key id="y" for="node" attr.name="y" attr.type="float"/><graph><node id="n0">
+<data key="x">1.5</data><data key="y">-2</data></node><node id="n1"/></graph></graphml>)",
+       "2 directed | | Position:float3=1.5 -2 0,0 0 0,"},
       // A flag without data takes its key's default.
       {R"(<graphml><key id="e" for="graph" attr.name="edgeWeighted" attr.type="boolean">
 <default>true</default></key><graph><node id="n0"/></graph></graphml>)",
@@ -286,6 +303,7 @@ TEST(GraphmlForeign, WhatTheModelDoesNotHoldIsWrittenBackAndFollowsTheComponent)
         "attr.name=\"label\" attr.type=\"string\" plexview:property=\"Name\"",
         "attr.type=\"vector_float\"", "attr.type=\"complex128\"", "yfiles.type=\"nodegraphics\"",
         "<data key=\"d1\">2024</data>", "<node id=\"ann\">",
+        "<data key=\"d3\">0.5, 1.25, -3</data>",
         "<y:ShapeNode><y:Fill color=\"#FF0000\"/></y:ShapeNode>",
         "<edge source=\"bob\" target=\"cy\" id=\"e1\"><data key=\"d6\">0.75</data><data "
         "key=\"d5\">7</data></edge>"}) {
@@ -351,6 +369,13 @@ TEST(GraphmlErrors, EveryFailureNamesTheLine) {
       {withKeys("", "<node id=\"n0\"/>\n<node id=\"b\"/>\n<node id=\"n0\"/>"), 6,
        "duplicate node id 'n0'"},
       {withKeys("", "<node id=\"a\"/>\n<node/>"), 5, "no id"},
+      {withKeys(R"(<key id="x" for="node" attr.name="x" attr.type="double"/>
+<key id="y" for="node" attr.name="y" attr.type="double"/>)",
+                "<node id=\"a\">\n<data key=\"x\">1</data><data key=\"y\">nan</data></node>"),
+       6, "coordinate 'nan' of key 'y' is not finite"},
+      {withKeys(R"(<key id="p" for="node" attr.name="pos" attr.type="vector_float"/>)",
+                "<node id=\"a\"/>\n<node id=\"b\"><data key=\"p\">1, inf</data></node>"),
+       5, "position '1, inf' of key 'pos' is not finite"},
       {"<graphml>\r<graph>\r\n<node id=\"a\"/>\r<edge source=\"a\" "
        "target=\"b\"/>\r</graph></graphml>",
        4, "unknown node 'b'"},

@@ -21,6 +21,9 @@ struct GraphmlExtras {
     std::string attributes;  // every attribute of the declaration, as XML text
     std::string children;    // <default>, <desc>, ... as XML text
     bool hasDefault = false;
+    // A vector property read from a key of a vector type: how many numbers
+    // each value held (2 or 3); 0 for other keys.
+    int vectorComponents = 0;
   };
 
   // The document carries Plexview's own marker: Plexview's writer made it.

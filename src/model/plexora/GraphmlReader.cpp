@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <new>
 #include <optional>
@@ -25,6 +26,7 @@
 #include "plexora/graphml_keys.h"
 #include "plexora/graphml_plan.h"
 #include "plexora/graphml_raw.h"
+#include "plexora/graphml_vectors.h"
 #include "plexora/graphml_xml.h"
 #include "quillo/fileio.h"
 #include "quillo/numbertext.h"
@@ -62,6 +64,11 @@ std::string joined(const Parts&... parts) {
 std::string badValueMessage(std::string_view text, const Key& key) {
   return joined("the value ", quillo::quoted(trimmed(text)), " of key ", quillo::quoted(key.name),
                 " is not a valid ", attrTypeName(key.kind));
+}
+
+std::string nonFiniteMessage(std::string_view text, const Key& key) {
+  return joined("the coordinate ", quillo::quoted(trimmed(text)), " of key ",
+                quillo::quoted(key.name), " is not finite");
 }
 
 class DocumentReader {
@@ -172,6 +179,14 @@ class DocumentReader {
         weightKey_ = &key;
       }
       if (key.forNode) nodeKeys_.push_back(&key);
+    }
+    // Failing a weight key, a numeric edge key named "value" holds the weights.
+    for (std::size_t i = 0; i < keys_.size() && !weightKey_; ++i) {
+      const Key& key = keys_[i];
+      if (keyIndex_.at(key.id) == i && !aliasTarget_.contains(key.id) && key.forEdge &&
+          isNumeric(key.kind) && equalsIgnoringCase(key.name, "value")) {
+        weightKey_ = &key;
+      }
     }
     const bool ours = extras_->plexviewDocument || edgeWeightedKey_ || vertexWeightedKey_;
     origin_ = ours ? Origin::Ours : Origin::Foreign;
@@ -350,8 +365,21 @@ class DocumentReader {
       extras_->nodeIds.assign(ids_.ids().begin(), ids_.ids().end());
     }
     if (!checkPropertyMemory(used, namesFromIds)) return false;
+    // Coordinates of another tool's layout must be finite numbers. (Our own
+    // documents keep what was saved, so that they always open again.)
+    std::vector<bool> coordinate(nodeKeys_.size(), false);
+    for (const PlannedProperty& property : plan) {
+      if (origin_ == Origin::Ours || !property.isVector || property.name != kPositionName) {
+        continue;
+      }
+      for (int component : property.components) {
+        if (component >= 0) coordinate[static_cast<std::size_t>(component)] = true;
+      }
+    }
     std::vector<std::optional<Column>> columns(nodeKeys_.size());
-    if (!createColumns(used, columns) || !readNodeData(columns)) return false;
+    if (!createColumns(used, coordinate, columns) || !readNodeData(coordinate, columns)) {
+      return false;
+    }
 
     if (namesFromIds) {
       auto names = std::make_shared<TextList>(ids_.ids().begin(), ids_.ids().end());
@@ -359,10 +387,14 @@ class DocumentReader {
     }
     for (const PlannedProperty& property : plan) {
       if (!property.isVector) {
-        extras_->propertyKeys.push_back(
-            sourceKey(*nodeKeys_[static_cast<std::size_t>(property.column)], property.name));
-        data.properties.emplace_back(property.name,
-                                     columns[static_cast<std::size_t>(property.column)]->value());
+        const Key& key = *nodeKeys_[static_cast<std::size_t>(property.column)];
+        SourceKey source = sourceKey(key, property.name);
+        PropertyValue value = columns[static_cast<std::size_t>(property.column)]->value();
+        if (property.vectorText && !vectorFromText(property.name, key, value, source)) {
+          return false;
+        }
+        extras_->propertyKeys.push_back(std::move(source));
+        data.properties.emplace_back(property.name, std::move(value));
       } else {
         const Column* parts[3] = {nullptr, nullptr, nullptr};
         for (std::size_t axis = 0; axis < 3; ++axis) {
@@ -370,8 +402,49 @@ class DocumentReader {
           if (index >= 0) parts[axis] = &*columns[static_cast<std::size_t>(index)];
         }
         const ColorScale scale = property.colorScale ? ColorScale::Detect : ColorScale::Keep;
-        data.properties.emplace_back(property.name, buildVector(parts, nodes_.size(), scale));
+        auto vectors = buildVector(parts, nodes_.size(), scale);
+        // A node without a coordinate is placed at 0 (the values given were
+        // checked to be finite).
+        if (origin_ == Origin::Foreign && property.name == kPositionName) zeroNonFinite(*vectors);
+        data.properties.emplace_back(property.name, std::move(vectors));
       }
+    }
+    return true;
+  }
+
+  static void zeroNonFinite(QLOVector3dArray& vectors) {
+    for (std::uint64_t v = 0; v < vectors.count(); ++v) {
+      auto value = vectors.vectorAtIndex(v);
+      if (std::isfinite(value[0]) && std::isfinite(value[1]) && std::isfinite(value[2])) continue;
+      for (double& component : value) component = std::isfinite(component) ? component : 0.0;
+      vectors.setVector(value, v);
+    }
+  }
+
+  // Texts of a vector key become a vector property when every value holds
+  // three numbers (two or three for a layout); the key remembers how many,
+  // so the writer puts them back as they were. A layout must be finite.
+  bool vectorFromText(const std::string& name, const Key& key, PropertyValue& value,
+                      SourceKey& source) {
+    const auto* texts = std::get_if<std::shared_ptr<TextList>>(&value);
+    if (!texts || !*texts) return true;
+    const Precision precision = key.vectorDouble ? Precision::Double : Precision::Float;
+    const bool layout = name == kPositionName;
+    for (int components : {3, 2}) {
+      if (components == 2 && !layout) break;
+      auto vectors = textVectors(**texts, components, precision);
+      if (!vectors) continue;
+      if (layout && origin_ == Origin::Foreign) {
+        if (const std::int64_t v = firstNonFinite(*vectors); v >= 0) {
+          return fail(
+              nodes_[static_cast<std::size_t>(v)],
+              joined("the position ", quillo::quoted((**texts)[static_cast<std::size_t>(v)]),
+                     " of key ", quillo::quoted(key.name), " is not finite"));
+        }
+      }
+      source.vectorComponents = components;
+      value = std::move(vectors);
+      return true;
     }
     return true;
   }
@@ -387,7 +460,8 @@ class DocumentReader {
     return fail(graph_, "the vertex properties would take more memory than the document justifies");
   }
 
-  bool createColumns(const std::vector<bool>& used, std::vector<std::optional<Column>>& columns) {
+  bool createColumns(const std::vector<bool>& used, const std::vector<bool>& coordinate,
+                     std::vector<std::optional<Column>>& columns) {
     for (std::size_t i = 0; i < nodeKeys_.size(); ++i) {
       if (!used[i]) continue;
       const Key& key = *nodeKeys_[i];
@@ -398,13 +472,17 @@ class DocumentReader {
       if (key.defaultElement) {
         const std::string_view text = elementText(key.defaultElement, scratch_);
         if (!column.fill(text)) return fail(key.defaultElement, badValueMessage(text, key));
+        if (coordinate[i] && !trimmed(text).empty() && !std::isfinite(column.number(0))) {
+          return fail(key.defaultElement, nonFiniteMessage(text, key));
+        }
       }
     }
     return true;
   }
 
   // Fills the columns; every other child and attribute of a node is kept.
-  bool readNodeData(std::vector<std::optional<Column>>& columns) {
+  bool readNodeData(const std::vector<bool>& coordinate,
+                    std::vector<std::optional<Column>>& columns) {
     const std::size_t V = nodes_.size();
     for (std::uint64_t v = 0; v < V; ++v) {
       keepAttributes(nodes_[v], {"id", "id"}, extras_->nodeAttributes, v, V);
@@ -420,6 +498,10 @@ class DocumentReader {
         const std::string_view text = elementText(child, scratch_);
         if (!columns[found->second]->assign(v, text)) {
           return fail(child, badValueMessage(text, *nodeKeys_[found->second]));
+        }
+        if (coordinate[found->second] && !trimmed(text).empty() &&
+            !std::isfinite(columns[found->second]->number(v))) {
+          return fail(child, nonFiniteMessage(text, *nodeKeys_[found->second]));
         }
       }
     }
@@ -570,10 +652,3 @@ std::shared_ptr<QLONetwork> readGraphml(std::string_view text, const std::string
 }
 
 }  // namespace plexora
-
-QLONetwork::Ptr QLONetwork::initWithContentsOfURL(const std::filesystem::path& file,
-                                                  ReadError* error) {
-  std::string text;
-  if (!quillo::readWholeFile(file, text, error)) return nullptr;
-  return plexora::readGraphml(text, file.string(), error);
-}

@@ -32,6 +32,10 @@ struct NodeColumn {
   std::string open;  // <data key="dK">
   Source source;
   const void* values;  // the array of `source`'s element type, or a TextList
+  // A vector property written under a key of a vector type, as its first
+  // `components` numbers joined by ", " (values is then unused).
+  const QLOVector3dArray* vectors = nullptr;
+  int components = 0;
   // An empty text reads back as "" without <data> when the key has no
   // default: such values are left out, as other tools leave them out.
   bool skipsEmptyText = false;
@@ -73,6 +77,21 @@ void appendValue(std::string& out, Source source, const void* values, std::uint6
     case Source::Text:
       graphml::appendEscaped(out, (*static_cast<const TextList*>(values))[v], XmlPlace::Content);
       break;
+  }
+}
+
+// "x, y, z" (or "x, y"), each in the shortest form of the array's precision.
+void appendVectorValue(std::string& out, const QLOVector3dArray& vectors, int components,
+                       std::uint64_t v) {
+  const auto value = vectors.vectorAtIndex(v);
+  for (int axis = 0; axis < components; ++axis) {
+    if (axis > 0) out += ", ";
+    const double component = value[static_cast<std::size_t>(axis)];
+    if (vectors.precision() == Precision::Float) {
+      quillo::appendNumber(out, static_cast<float>(component));
+    } else {
+      quillo::appendNumber(out, component);
+    }
   }
 }
 
@@ -238,13 +257,19 @@ class DocumentWriter {
 
   void addColumn(std::string_view name, Source source, const void* values, std::string_view desc) {
     const std::string key = declareKey("node", name, graphml::attrTypeName(source), desc);
-    columns_.push_back({dataOpen(key), source, values, source == Source::Text});
+    columns_.push_back({dataOpen(key), source, values, nullptr, 0, source == Source::Text});
   }
 
   // The key a plain property was read from, while the property still holds
   // values of that key's type; null otherwise.
   const GraphmlExtras::SourceKey* sourceKeyFor(const std::string& name,
                                                const PropertyValue& value) const {
+    if (std::holds_alternative<std::shared_ptr<QLOVector3dArray>>(value)) {
+      for (const GraphmlExtras::SourceKey& key : extras_->propertyKeys) {
+        if (key.property == name) return key.vectorComponents > 0 ? &key : nullptr;
+      }
+      return nullptr;
+    }
     Source source = Source::Text;
     if (auto* numbers = std::get_if<std::shared_ptr<QLONumberArray>>(&value)) {
       if (!*numbers) return nullptr;
@@ -279,7 +304,8 @@ class DocumentWriter {
                          const void* values) {
     if (const GraphmlExtras::SourceKey* key = sourceKeyFor(name, value)) {
       const bool skipsEmptyText = source == Source::Text && !key->hasDefault;
-      columns_.push_back({dataOpen(declareSourceKey(*key, name)), source, values, skipsEmptyText});
+      columns_.push_back(
+          {dataOpen(declareSourceKey(*key, name)), source, values, nullptr, 0, skipsEmptyText});
     } else {
       addColumn(name, source, values, {});
     }
@@ -292,7 +318,12 @@ class DocumentWriter {
         const QLONumberArray& array = **numbers;
         addPropertyColumn(name, value, sourceOf(array.numberArrayType()), array.QLO_dataPointer());
       } else if (auto* vectors = std::get_if<std::shared_ptr<QLOVector3dArray>>(&value)) {
-        declareVectorKeys(name, **vectors);
+        if (const GraphmlExtras::SourceKey* key = sourceKeyFor(name, value)) {
+          columns_.push_back({dataOpen(declareSourceKey(*key, name)), Source::Text, nullptr,
+                              vectors->get(), key->vectorComponents, false});
+        } else {
+          declareVectorKeys(name, **vectors);
+        }
       } else if (auto* texts = std::get_if<std::shared_ptr<TextList>>(&value)) {
         addPropertyColumn(name, value, Source::Text, texts->get());
       }
@@ -358,7 +389,11 @@ class DocumentWriter {
           continue;
         }
         out_ += column.open;
-        appendValue(out_, column.source, column.values, v);
+        if (column.vectors) {
+          appendVectorValue(out_, *column.vectors, column.components, v);
+        } else {
+          appendValue(out_, column.source, column.values, v);
+        }
         out_ += "</data>";
       }
       if (children) out_ += (*children)[v];

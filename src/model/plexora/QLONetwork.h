@@ -45,6 +45,8 @@ class QLONetwork : public std::enable_shared_from_this<QLONetwork> {
   static Ptr make(NetworkData&& data, std::string* error = nullptr);
 
   // Readers: null on failure, with the file, line and reason in `error`.
+  // initWithContentsOfURL reads GraphML, Pajek, GML, GEXF and edge lists,
+  // chosen by the extension or else by the content (plexora::networkFormatOf).
   static Ptr initWithContentsOfURL(const std::filesystem::path& file, ReadError* error = nullptr);
   static Ptr initWithContentsOfPajekURL(const std::filesystem::path& file,
                                         ReadError* error = nullptr);
@@ -114,6 +116,10 @@ class QLONetwork : public std::enable_shared_from_this<QLONetwork> {
                        std::string* error = nullptr) const;
   bool writeToEdgesURL(const std::filesystem::path& file, WriteMode mode,
                        std::string* error = nullptr) const;
+  bool writeToGexfURL(const std::filesystem::path& file, WriteMode mode,
+                      std::string* error = nullptr) const;  // GEXF 1.3
+  bool writeToGmlURL(const std::filesystem::path& file, WriteMode mode,
+                     std::string* error = nullptr) const;
 
  private:
   explicit QLONetwork(NetworkData&& data);

@@ -3,6 +3,7 @@
 // work on text in memory (so fuzzers and tests need no files); `name` is the
 // file name used in error messages.
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -27,6 +28,28 @@ std::string edgesText(const QLONetwork& network);
 std::shared_ptr<QLONetwork> readGraphml(std::string_view text, const std::string& name,
                                         ReadError* error);
 std::string graphmlText(const QLONetwork& network);
+
+std::shared_ptr<QLONetwork> readGml(std::string_view text, const std::string& name,
+                                    ReadError* error);
+std::shared_ptr<QLONetwork> readGexf(std::string_view text, const std::string& name,
+                                     ReadError* error);
+// CSV, TSV or blank-separated "source target [weight]" lines.
+std::shared_ptr<QLONetwork> readEdgeList(std::string_view text, const std::string& name,
+                                         ReadError* error);
+
+// GEXF 1.3 and GML. `layout` and `colors` (r, g, b in 0..1), when given, stand
+// in for the network's "Position" and "Color".
+std::string gexfText(const QLONetwork& network, std::shared_ptr<QLOVector3dArray> layout = nullptr,
+                     std::shared_ptr<QLOVector3dArray> colors = nullptr);
+std::string gmlText(const QLONetwork& network, std::shared_ptr<QLOVector3dArray> layout = nullptr);
+
+enum class NetworkFormat { Graphml, Pajek, Gml, Gexf, EdgeList };
+// The format of a file: by its extension (any case, a trailing ".gz" set
+// aside) when that names one, otherwise by the start of `text`.
+NetworkFormat networkFormatOf(const std::string& fileName, std::string_view text);
+// The reader of a format.
+std::shared_ptr<QLONetwork> readNetwork(NetworkFormat format, std::string_view text,
+                                        const std::string& name, ReadError* error);
 
 // The largest vertex count a reader accepts from a file (a declared count such
 // as "*Vertices n" is checked against it before anything is allocated).

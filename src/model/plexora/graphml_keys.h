@@ -41,6 +41,12 @@ inline ValueKind valueKindNamed(std::string_view type) {
   return ValueKind::Text;
 }
 
+// graph-tool's vector types ("vector_float", "vector_double", "vector_int",
+// ...): the values are numbers separated by commas or blanks.
+inline bool isVectorType(std::string_view type) {
+  return type.size() > 7 && equalsIgnoringCase(type.substr(0, 7), "vector_");
+}
+
 struct Key {
   std::string_view id;  // points into the document
   std::string name;     // attr.name
@@ -48,6 +54,10 @@ struct Key {
   // attr.name (a label key holding "Name"); empty otherwise.
   std::string property;
   ValueKind kind = ValueKind::Text;
+  // A vector type: read as text, and as a vector property when every value
+  // holds three numbers.
+  bool vectorText = false;
+  bool vectorDouble = false;  // vector_double, or integers beyond float's range
   bool forNode = false;
   bool forEdge = false;
   bool forGraph = false;
@@ -102,7 +112,10 @@ inline std::vector<Key> readKeys(const pugi::xml_node& root, const std::string& 
     key.id = id.value();
     key.name = name.value();
     if (!propertyMarker.empty()) key.property = element.attribute(propertyMarker.c_str()).value();
-    key.kind = valueKindNamed(element.attribute("attr.type").value());
+    const std::string_view type = element.attribute("attr.type").value();
+    key.kind = valueKindNamed(type);
+    key.vectorText = isVectorType(type);
+    key.vectorDouble = key.vectorText && !equalsIgnoringCase(type, "vector_float");
     const pugi::xml_attribute domain = element.attribute("for");
     const std::string_view target = domain ? domain.value() : "all";
     const bool all = target == "all";

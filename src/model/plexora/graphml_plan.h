@@ -22,6 +22,8 @@ struct PlannedProperty {
   bool isVector = false;
   // Colour keys of another tool, which may hold 0..255 values.
   bool colorScale = false;
+  // A plain property from a key of a vector type ("1, 2, 3" texts).
+  bool vectorText = false;
 };
 
 namespace detail {
@@ -88,12 +90,20 @@ inline std::vector<PlannedProperty> planProperties(const std::vector<const Key*>
   for (const auto& [name, components] : marked) addVector(name, components, false);
 
   int nameKey = -1;
+  int positionKey = -1;  // a layout kept as one vector key ("pos", "_pos")
   if (origin == Origin::Foreign) {
     const int x = detail::findUnclaimed(keys, claimed, "x", true);
     const int y = detail::findUnclaimed(keys, claimed, "y", true);
     if (x >= 0 && y >= 0 && !isMarked(kPositionName)) {
       const int z = detail::findUnclaimed(keys, claimed, "z", true);
       addVector(std::string(kPositionName), {x, y, z}, false);
+    } else if (!isMarked(kPositionName)) {
+      for (std::size_t i = 0; i < n && positionKey < 0; ++i) {
+        const Key& key = *keys[i];
+        if (!claimed[i] && key.vectorText && (key.name == "pos" || key.name == "_pos")) {
+          positionKey = static_cast<int>(i);
+        }
+      }
     }
     const int r = detail::findUnclaimed(keys, claimed, "r", true);
     const int g = detail::findUnclaimed(keys, claimed, "g", true);
@@ -121,8 +131,11 @@ inline std::vector<PlannedProperty> planProperties(const std::vector<const Key*>
     }
     if (claimed[i]) continue;
     PlannedProperty plain;
-    plain.name = static_cast<int>(i) == nameKey ? "Name" : propertyNameOf(*keys[i]);
+    plain.name = static_cast<int>(i) == nameKey       ? std::string("Name")
+                 : static_cast<int>(i) == positionKey ? std::string(kPositionName)
+                                                      : propertyNameOf(*keys[i]);
     plain.column = static_cast<int>(i);
+    plain.vectorText = keys[i]->vectorText;
     if (!taken(plain.name)) plan.push_back(std::move(plain));
   }
   return plan;

@@ -64,6 +64,12 @@ void bindControllerFiles(py::module_& m) {
           "Raises OSError on failure.");
   cls.def("exportNetworkToEdges", &exportTo<&VXLController::exportNetworkToEdges>, py::arg("path"),
           "Writes one \"from to [weight]\" line per edge. Raises OSError on failure.");
+  cls.def("exportNetworkToGexf", &exportTo<&VXLController::exportNetworkToGexf>, py::arg("path"),
+          "Writes the shown network as GEXF 1.3 with the layout as viz positions and the shown "
+          "colours as viz colours, leaving the network as it is. Raises OSError on failure.");
+  cls.def("exportNetworkToGml", &exportTo<&VXLController::exportNetworkToGml>, py::arg("path"),
+          "Writes the shown network as GML with the layout as graphics coordinates, leaving the "
+          "network as it is. Raises OSError on failure.");
   cls.def(
       "currentFolder", [](const VXLController& c) { return pathOrNone(c.currentFolder()); },
       "The folder of the window's document file, or None.");

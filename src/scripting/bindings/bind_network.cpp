@@ -104,7 +104,9 @@ void bindNetwork(py::module_& m) {
                               "A network: vertices 0..V-1, edges as three parallel arrays "
                               "(read-only NumPy views), three flags and vertex properties.")
       .def_static("initWithContentsOfURL", &readNetwork<&QLONetwork::initWithContentsOfURL>,
-                  py::arg("path"), "Reads a GraphML document; raises ReadError on failure.")
+                  py::arg("path"),
+                  "Reads a network file (GraphML, Pajek, GML, GEXF or an edge list, by the "
+                  "extension or else the content); raises ReadError on failure.")
       .def_static("initWithContentsOfPajekURL",
                   &readNetwork<&QLONetwork::initWithContentsOfPajekURL>, py::arg("path"),
                   "Reads a Pajek file; raises ReadError on failure.")
@@ -191,6 +193,14 @@ void bindNetwork(py::module_& m) {
       .def("writeToEdgesURL", &writeNetwork<&QLONetwork::writeToEdgesURL>, py::arg("path"),
            py::arg("atomically") = true,
            (std::string("Writes one \"from to [weight]\" line per edge.") + writeAtomicDoc).c_str())
+      .def("writeToGexfURL", &writeNetwork<&QLONetwork::writeToGexfURL>, py::arg("path"),
+           py::arg("atomically") = true,
+           (std::string("Writes a GEXF 1.3 document (positions and colours as viz elements).") +
+            writeAtomicDoc)
+               .c_str())
+      .def("writeToGmlURL", &writeNetwork<&QLONetwork::writeToGmlURL>, py::arg("path"),
+           py::arg("atomically") = true,
+           (std::string("Writes a GML file.") + writeAtomicDoc).c_str())
       .def("__repr__", &repr);
 }
 
