@@ -39,7 +39,6 @@ bool QLOComplexNetwork::readFromURL(const fs::path& url, std::string_view type,
   } else if (app::typeConformsTo(type, app::kPajekNetworkType)) {
     setNetworkToBeOppened(QLONetwork::initWithContentsOfPajekURL(url, &readError_));
   } else if (app::isImportedNetworkType(type)) {
-    becomeUntitledCopyOf(url);
     setNetworkToBeOppened(QLONetwork::initWithContentsOfURL(url, &readError_));
   } else {
     readError_ = ReadError{url.string(), 0, "not a network file"};
