@@ -1,5 +1,7 @@
 #include "app/VXLController.h"
 
+#include <cmath>
+
 #include <QUuid>
 #include <algorithm>
 #include <cstdio>
@@ -163,6 +165,27 @@ void VXLController::setMajorConnectedNetwork(const std::shared_ptr<QLONetwork>& 
   install(network, Install::MajorComponent);
 }
 
+void VXLController::placeNonFiniteAtOrigin(QLOVector3dArray& positions) {
+  // The layout never takes a coordinate that is not a finite number: each
+  // such coordinate (a saved document may hold one) becomes 0, and the user
+  // is told how many vertices were moved.
+  std::uint64_t moved = 0;
+  for (std::uint64_t v = 0; v < positions.count(); ++v) {
+    auto value = positions.vectorAtIndex(v);
+    if (std::isfinite(value[0]) && std::isfinite(value[1]) && std::isfinite(value[2])) continue;
+    for (double& component : value) component = std::isfinite(component) ? component : 0.0;
+    positions.setVector(value, v);
+    ++moved;
+  }
+  if (moved == 0) return;
+  const std::string message =
+      std::to_string(moved) +
+      " vertices had a \"Position\" coordinate that is not a finite number; "
+      "each such coordinate was set to 0.";
+  quillo::logLine(message);
+  if (alert_) alert_(message);
+}
+
 void VXLController::installPositions(QLONetwork& network, Install mode) {
   const PropertyValue position = network.propertyForKey("Position");
   if (mode == Install::Whole && !std::holds_alternative<std::monostate>(position)) {
@@ -170,6 +193,7 @@ void VXLController::installPositions(QLONetwork& network, Install mode) {
   }
   if (const auto* vectors = std::get_if<std::shared_ptr<QLOVector3dArray>>(&position)) {
     const auto copy = QLOVector3dArray::initWithVector3dArray(**vectors, Precision::Float);
+    placeNonFiniteAtOrigin(*copy);
     view_->setPositions(copy);
     network.setPropertiesOfVertices(copy, "Position");
   } else {

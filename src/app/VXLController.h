@@ -500,6 +500,7 @@ class VXLController {
  private:
   enum class Install { Whole, MajorComponent };
   void install(const std::shared_ptr<QLONetwork>& network, Install mode);
+  void placeNonFiniteAtOrigin(QLOVector3dArray& positions);
   void installPositions(QLONetwork& network, Install mode);
   void refresh(Panel panel);
   void refreshAfterInstall();

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include <algorithm>
 #include <cstdlib>
 #include <map>
@@ -158,6 +160,27 @@ TEST(ControllerPositions, DoublesBecomeAFloatCopyStoredBackFloatsAreKept) {
     EXPECT_EQ(c.controller->positions(), floats);
     EXPECT_EQ(stored(), floats);
   }
+}
+
+TEST(ControllerPositions, CoordinatesThatAreNotFiniteBecomeZeroWithAnAlert) {
+  Counted c;
+  std::vector<std::string> alerts;
+  c.controller->setAlertHandler([&](const std::string& message) { alerts.push_back(message); });
+  auto network = twoComponents();
+  auto saved = QLOVector3dArray::initWithSize(6, Precision::Float);
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const double inf = std::numeric_limits<double>::infinity();
+  saved->setVector({1, nan, 2}, 1);
+  saved->setVector({-inf, 3, inf}, 4);
+  saved->setVector({5, 6, 7}, 5);
+  network->setPropertiesOfVertices(saved, "Position");
+  c.controller->setNetwork(network);
+  const auto shown = vectorsOf(*c.controller->positions());
+  EXPECT_EQ(shown[1], (std::array<double, 3>{1, 0, 2}));
+  EXPECT_EQ(shown[4], (std::array<double, 3>{0, 3, 0}));
+  EXPECT_EQ(shown[5], (std::array<double, 3>{5, 6, 7}));
+  ASSERT_EQ(alerts.size(), 1u);
+  EXPECT_EQ(alerts[0].rfind("2 vertices", 0), 0u) << alerts[0];
 }
 
 TEST(ControllerInstall, ColourPropertiesDependOnHowTheNetworkIsInstalled) {
