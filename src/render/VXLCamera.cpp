@@ -3,22 +3,15 @@
 #include <algorithm>
 #include <cmath>
 
+#include "render/vec3.h"
+
 namespace camera {
 namespace {
 
-Vec3d cross(const Vec3d& a, const Vec3d& b) {
-  return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-double dot(const Vec3d& a, const Vec3d& b) {
-  return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-double length(const Vec3d& a) {
-  return std::sqrt(dot(a, a));
-}
-Vec3d normalised(const Vec3d& a) {
-  const double n = length(a);
-  return n > 0 ? Vec3d{a[0] / n, a[1] / n, a[2] / n} : a;
-}
+using vec3::cross;
+using vec3::dot;
+using vec3::length;
+using vec3::normalised;
 
 Matrix4 identity() {
   return {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};

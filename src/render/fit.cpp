@@ -4,19 +4,15 @@
 #include <cmath>
 #include <limits>
 
+#include "render/vec3.h"
+
 namespace camera {
 namespace {
 
-Vec3d cross(const Vec3d& a, const Vec3d& b) {
-  return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-double dot(const Vec3d& a, const Vec3d& b) {
-  return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-Vec3d normalised(const Vec3d& a) {
-  const double n = std::sqrt(dot(a, a));
-  return n > 0 ? Vec3d{a[0] / n, a[1] / n, a[2] / n} : a;
-}
+using vec3::cross;
+using vec3::dot;
+using vec3::normalised;
+
 // The linear part of a column-major matrix applied to v.
 Vec3d turn(const Matrix4& m, const Vec3d& v) {
   return {m[0] * v[0] + m[4] * v[1] + m[8] * v[2], m[1] * v[0] + m[5] * v[1] + m[9] * v[2],

@@ -69,19 +69,12 @@ std::string gexfText(const QLONetwork& network, std::shared_ptr<QLOVector3dArray
     out += "    </attributes>\n";
   }
   out += "    <nodes>\n";
-  std::vector<float> px, py, pz;
-  if (columns.position) {
-    px = columns.position->xfv();
-    py = columns.position->yfv();
-    pz = columns.position->zfv();
-  }
+  const std::vector<float>&px = columns.px, &py = columns.py, &pz = columns.pz;
   for (std::uint64_t v = 0; v < V; ++v) {
     out += "      <node id=\"";
     quillo::appendNumber(out, v);
     out += '"';
-    appendAttribute(
-        out, "label",
-        columns.names && v < columns.names->size() ? (*columns.names)[v] : std::to_string(v));
+    appendAttribute(out, "label", columns.label(v));
     out += '>';
     if (!columns.columns.empty()) {
       out += "<attvalues>";

@@ -127,18 +127,12 @@ std::string gmlText(const QLONetwork& network, std::shared_ptr<QLOVector3dArray>
   out += network.isDirected() ? '1' : '0';
   out += '\n';
   if (hasParallelEdges(network)) out += "  multigraph 1\n";
-  std::vector<float> px, py, pz;
-  if (columns.position) {
-    px = columns.position->xfv();
-    py = columns.position->yfv();
-    pz = columns.position->zfv();
-  }
+  const std::vector<float>&px = columns.px, &py = columns.py, &pz = columns.pz;
   for (std::uint64_t v = 0; v < V; ++v) {
     out += "  node [\n    id ";
     quillo::appendNumber(out, v);
     out += "\n    label ";
-    appendString(
-        out, columns.names && v < columns.names->size() ? (*columns.names)[v] : std::to_string(v));
+    appendString(out, columns.label(v));
     out += '\n';
     if (columns.position) {
       out += "    graphics [\n      x ";

@@ -25,6 +25,14 @@ struct WrittenColumns {
   };
   std::vector<Column> columns;
 
+  // The layout as float planes (empty without one), read once per write.
+  std::vector<float> px, py, pz;
+
+  // Vertex v's label: its name, else its number.
+  std::string label(std::uint64_t v) const {
+    return names && v < names->size() ? (*names)[v] : std::to_string(v);
+  }
+
   double number(const Column& c, std::uint64_t v) const {
     return c.numbers ? c.numbers->doubleValueAtIndex(v)
                      : c.vector->vectorAtIndex(v)[static_cast<std::size_t>(c.axis)];
@@ -60,6 +68,11 @@ inline WrittenColumns writtenColumns(const QLONetwork& network,
   }
   if (layout && layout->count() == V) out.position = layout;
   if (colors && colors->count() == V) out.color = colors;
+  if (out.position) {
+    out.px = out.position->xfv();
+    out.py = out.position->yfv();
+    out.pz = out.position->zfv();
+  }
   return out;
 }
 
