@@ -85,9 +85,9 @@ TEST(Snapshot, WritesOneFrameOfTheRequestedSize) {
     EXPECT_TRUE(run.out.contains(png)) << run.out.toStdString();
     const QImage image(png);
     EXPECT_EQ(image.size(), c.size);
-    int drawn = 0;  // samples off the background
-    for (int y = 0; y < image.height(); y += 3) {
-      for (int x = 0; x < image.width(); x += 3) drawn += image.pixel(x, y) != image.pixel(0, 0);
+    int drawn = 0;  // pixels off the background (a small network may be drawn small)
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) drawn += image.pixel(x, y) != image.pixel(0, 0);
     }
     EXPECT_GE(drawn, 10);
   }
