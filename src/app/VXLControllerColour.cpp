@@ -297,18 +297,21 @@ std::shared_ptr<QLOVector3dArray> VXLController::colorsForProperty(
 // --- Categorical options ---
 
 void VXLController::changeSortProperty(const std::string& title) {
+  recordUndo(UndoKind::Colour);
   colour_.sortTitle = app::offeredTitle(colour_.sortTitles, title, colour_.sortTitle);
   refresh(Panel::Colour);
   updateCurrentColor();
 }
 
 void VXLController::changeSortOrder(SortOrder order) {
+  recordUndo(UndoKind::Colour);
   colour_.isSortAscending = order == SortOrder::Ascending;
   refresh(Panel::Colour);
   updateCurrentColor();
 }
 
 void VXLController::changeSortModel(SortMode mode) {
+  recordUndo(UndoKind::Colour);
   colour_.isSortModeAverage = mode == SortMode::Average;
   refresh(Panel::Colour);
   updateCurrentColor();
@@ -316,6 +319,7 @@ void VXLController::changeSortModel(SortMode mode) {
 
 void VXLController::changeColorProperties(LimitSwitch limit, std::int64_t fieldValue,
                                           HideSwitch hide) {
+  recordUndo(UndoKind::Colour);
   char line[96];
   std::snprintf(line, sizeof line, "SIM? %d newvalue:%lld", limit == LimitSwitch::On ? 1 : 0,
                 static_cast<long long>(fieldValue));

@@ -156,3 +156,24 @@ TEST(ControllerColourFiles, ShortClashingUnreadableAndMissingFiles) {
 }
 
 }  // namespace
+
+TEST(ControllerCategories, UndoPutsBackTheOrderLimitAndHiding) {
+  Categories f;
+  const auto colours = f.view().colors();
+  f.controller->changeSortOrder(C::SortOrder::Ascending);
+  f.controller->changeColorProperties(L::On, 3, H::On);
+  ASSERT_NE(f.view().hiddenVertices(), nullptr);
+  ASSERT_EQ(f.labels().size(), 3u) << "the rest hidden";
+
+  f.controller->undo();
+  EXPECT_LE(f.controller->indexedColorLimit(), 0);
+  EXPECT_FALSE(f.controller->hideNonIndexItems());
+  EXPECT_EQ(f.labels().size(), 10u);
+  f.controller->undo();
+  EXPECT_FALSE(f.controller->isSortAscending());
+  EXPECT_EQ(f.view().colors(), colours);
+  f.controller->redo();
+  f.controller->redo();
+  EXPECT_EQ(f.controller->indexedColorLimit(), 3);
+  EXPECT_TRUE(f.controller->hideNonIndexItems());
+}
