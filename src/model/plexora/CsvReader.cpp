@@ -37,7 +37,7 @@ bool sameLetters(std::string_view a, std::string_view b) {
 class EdgeListReader {
  public:
   EdgeListReader(std::string_view text, const std::string& name, ReadError* error)
-      : text_(text), name_(name), error_(error) {
+      : text_(text), failure_(name, error) {
     if (text_.substr(0, 3) == "\xEF\xBB\xBF") pos_ = 3;
   }
 
@@ -47,7 +47,7 @@ class EdgeListReader {
     int weightColumn = 2;
     bool weightsChosen = false;
     while (nextRecord()) {
-      if (failed_) return nullptr;
+      if (failure_.failed()) return nullptr;
       if (fields_.empty()) continue;
       if (first) {
         first = false;
@@ -91,20 +91,15 @@ class EdgeListReader {
       }
       data.weights.push_back(*weight);
     }
-    if (failed_) return nullptr;
+    if (failure_.failed()) return nullptr;
     data.verticesCount = names_.size();
     data.properties.emplace_back("Name", std::make_shared<TextList>(std::move(names_)));
-    std::string why;
-    auto network = QLONetwork::make(std::move(data), &why);
-    if (!network) return fail(0, why);
-    return network;
+    return failure_.make(std::move(data));
   }
 
  private:
-  std::nullptr_t fail(std::uint64_t line, std::string message) {
-    if (error_) *error_ = ReadError{name_, line, detail::validUtf8(message)};
-    failed_ = true;
-    return nullptr;
+  std::nullptr_t fail(std::uint64_t line, std::string_view message) {
+    return failure_.fail(line, message);
   }
 
   std::uint64_t vertexOf(std::string_view name) {
@@ -180,7 +175,7 @@ class EdgeListReader {
         continue;
       }
       readFields();
-      if (failed_ || !fields_.empty()) break;
+      if (failure_.failed() || !fields_.empty()) break;
     }
     // A record's fields point into the text or into scratch_, which only
     // grows while the record is read.
@@ -189,7 +184,7 @@ class EdgeListReader {
       fields_[index] = std::string_view(scratch_).substr(start, length);
     }
     quotedFields_.clear();
-    return !fields_.empty() || failed_;
+    return !fields_.empty() || failure_.failed();
   }
 
   void readFields() {
@@ -206,7 +201,7 @@ class EdgeListReader {
       }
       if (pos_ < n && text_[pos_] == '"') {
         readQuoted();
-        if (failed_) return;
+        if (failure_.failed()) return;
       } else {
         const std::size_t start = pos_;
         while (pos_ < n && text_[pos_] != '\n' && text_[pos_] != sep &&
@@ -268,12 +263,10 @@ class EdgeListReader {
   };
 
   std::string_view text_;
-  const std::string& name_;
-  ReadError* error_;
+  detail::ReadFailure failure_;
   std::size_t pos_ = 0;
   std::uint64_t line_ = 1;
   std::uint64_t recordLine_ = 1;
-  bool failed_ = false;
   bool separatorChosen_ = false;
   Separator separator_ = Separator::Blanks;
   int sourceColumn_ = 0;

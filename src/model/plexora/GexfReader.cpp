@@ -61,7 +61,7 @@ const char* attributeValue(const pugi::xml_node& element, const char* local) {
 class GexfReader {
  public:
   GexfReader(std::string_view text, const std::string& name, ReadError* error)
-      : text_(text), name_(name), error_(error) {}
+      : text_(text), failure_(name, error) {}
 
   QLONetwork::Ptr read() {
     const pugi::xml_parse_result result =
@@ -88,16 +88,12 @@ class GexfReader {
     }
     if (!applyDefaults(data.verticesCount)) return nullptr;
     columns_.finish(data);
-    std::string why;
-    auto network = QLONetwork::make(std::move(data), &why);
-    if (!network) return fail(0, why);
-    return network;
+    return failure_.make(std::move(data));
   }
 
  private:
-  std::nullptr_t fail(std::uint64_t line, std::string message) {
-    if (error_) *error_ = ReadError{name_, line, detail::validUtf8(message)};
-    return nullptr;
+  std::nullptr_t fail(std::uint64_t line, std::string_view message) {
+    return failure_.fail(line, message);
   }
   std::uint64_t line(const pugi::xml_node& node) const {
     return lineAtOffset(text_, node.offset_debug());
@@ -269,8 +265,7 @@ class GexfReader {
   }
 
   std::string_view text_;
-  const std::string& name_;
-  ReadError* error_;
+  detail::ReadFailure failure_;
   pugi::xml_document document_;
   detail::VertexIds ids_{text_.size() / 8 + 16};
   std::unordered_map<std::string_view, std::size_t> attributeIds_;

@@ -101,7 +101,7 @@ struct PendingEdge {
 class GmlReader {
  public:
   GmlReader(std::string_view text, const std::string& name, ReadError* error)
-      : text_(text), name_(name), error_(error) {
+      : text_(text), failure_(name, error) {
     if (text_.substr(0, 3) == "\xEF\xBB\xBF") pos_ = 3;
   }
 
@@ -114,17 +114,12 @@ class GmlReader {
     data.edgeWeighted = weighted_;
     if (!resolveEdges(data)) return nullptr;
     columns_.finish(data);
-    std::string why;
-    auto network = QLONetwork::make(std::move(data), &why);
-    if (!network) return fail(0, why);
-    return network;
+    return failure_.make(std::move(data));
   }
 
  private:
-  std::nullptr_t fail(std::uint64_t line, std::string message) {
-    if (error_) *error_ = ReadError{name_, line, detail::validUtf8(message)};
-    failed_ = true;
-    return nullptr;
+  std::nullptr_t fail(std::uint64_t line, std::string_view message) {
+    return failure_.fail(line, message);
   }
 
   // Skips white space and '#' comment lines, counting lines.
@@ -244,7 +239,7 @@ class GmlReader {
       }
     }
     if (closed) return fail(line_, "']' without a list to close"), false;
-    return !failed_;
+    return !failure_.failed();
   }
 
   bool readGraph() {
@@ -265,7 +260,7 @@ class GmlReader {
         directed_ = value->number != 0;
       }
     }
-    if (failed_) return false;
+    if (failure_.failed()) return false;
     if (!closed) return fail(start, "the graph list is not closed with ']'"), false;
     return true;
   }
@@ -290,7 +285,7 @@ class GmlReader {
       position[static_cast<std::size_t>(axis)] = static_cast<float>(value->number);
       placed = true;
     }
-    if (failed_) return false;
+    if (failure_.failed()) return false;
     if (!closed) return fail(start, "the graphics list is not closed with ']'"), false;
     return true;
   }
@@ -325,7 +320,7 @@ class GmlReader {
         attributes_.emplace_back(*key, *value);
       }
     }
-    if (failed_) return false;
+    if (failure_.failed()) return false;
     if (!closed) return fail(start, "a node list is not closed with ']'"), false;
     if (!id) return fail(start, "a node has no id"), false;
     const std::uint64_t vertex = ids_.size();
@@ -395,7 +390,7 @@ class GmlReader {
         value = v->number;
       }
     }
-    if (failed_) return false;
+    if (failure_.failed()) return false;
     if (!closed) return fail(edge.line, "an edge list is not closed with ']'"), false;
     if (!hasSource || !hasTarget)
       return fail(edge.line, "an edge lacks its source or target"), false;
@@ -430,11 +425,9 @@ class GmlReader {
   }
 
   std::string_view text_;
-  const std::string& name_;
-  ReadError* error_;
+  detail::ReadFailure failure_;
   std::size_t pos_ = 0;
   std::uint64_t line_ = 1;
-  bool failed_ = false;
   bool sawGraph_ = false;
   bool directed_ = false;
   bool weighted_ = false;

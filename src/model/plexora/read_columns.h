@@ -150,4 +150,28 @@ inline bool finite3(const std::array<float, 3>& v) {
   return std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]);
 }
 
+// The first reason a reader stopped, with the file and line, handed to the
+// caller's ReadError; and the network made from what was read, or why not.
+class ReadFailure {
+ public:
+  ReadFailure(const std::string& file, ReadError* error) : file_(file), error_(error) {}
+  std::nullptr_t fail(std::uint64_t line, std::string_view message) {
+    if (error_) *error_ = ReadError{file_, line, validUtf8(message)};
+    failed_ = true;
+    return nullptr;
+  }
+  bool failed() const { return failed_; }
+  QLONetwork::Ptr make(NetworkData data) {
+    std::string why;
+    auto network = QLONetwork::make(std::move(data), &why);
+    if (!network) return fail(0, why);
+    return network;
+  }
+
+ private:
+  const std::string& file_;
+  ReadError* error_;
+  bool failed_ = false;
+};
+
 }  // namespace plexora::detail
