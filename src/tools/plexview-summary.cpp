@@ -3,7 +3,6 @@
 //
 //   plexview-summary [--random N K | --barabasi N K] [--seed S] [FILE...]
 #include <algorithm>
-#include <cctype>
 #include <chrono>
 #include <cstdio>
 #include <cstring>
@@ -13,29 +12,9 @@
 
 #include "plexora/QLONetwork.h"
 #include "plexora/QLORandomGenerator.h"
-#include "quillo/fileio.h"
 #include "quillo/numbertext.h"
 
 namespace {
-
-// By the extension (under a ".gz" ending), else by the first character that
-// is not white space: '<' for GraphML, anything else Pajek.
-QLONetwork::Ptr readNetwork(const std::filesystem::path& file, ReadError& error) {
-  std::string head;
-  if (!quillo::readFileStart(file, 512, head, &error)) return nullptr;
-  std::string ext = quillo::withoutCompressionSuffix(file).extension().string();
-  for (char& c : ext) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  if (ext == ".net" || ext == ".paj" || ext == ".pajek") {
-    return QLONetwork::initWithContentsOfPajekURL(file, &error);
-  }
-  const std::size_t first = head.find_first_not_of(" \t\r\n");
-  const bool xml =
-      first != std::string::npos && (head[first] == '<' || head.starts_with("\xEF\xBB\xBF<"));
-  if (ext == ".graphml" || ext == ".xml" || xml) {
-    return QLONetwork::initWithContentsOfURL(file, &error);
-  }
-  return QLONetwork::initWithContentsOfPajekURL(file, &error);
-}
 
 void summarise(const std::string& title, const QLONetwork& network) {
   std::printf("%s\n", title.c_str());
@@ -136,7 +115,7 @@ int main(int argc, char** argv) {
   for (const auto& file : files) {
     ReadError error;
     try {
-      if (auto network = readNetwork(file, error)) {
+      if (auto network = QLONetwork::initWithContentsOfURL(file, &error)) {
         summarise(file, *network);
         continue;
       }
