@@ -28,6 +28,17 @@ void registerController(const std::string& uuid, std::shared_ptr<VXLController> 
   r.last = std::move(controller);
 }
 
+void forgetController(const std::string& uuid) {
+  Registry& r = registry();
+  std::shared_ptr<VXLController> forgotten;  // released after the lock
+  std::lock_guard lock(r.mutex);
+  const auto found = r.byUuid.find(uuid);
+  if (found == r.byUuid.end()) return;
+  forgotten = std::move(found->second);
+  r.byUuid.erase(found);
+  if (r.last == forgotten) r.last.reset();
+}
+
 std::shared_ptr<VXLController> registeredController(const std::string& uuid) {
   Registry& r = registry();
   std::lock_guard lock(r.mutex);

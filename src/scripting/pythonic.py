@@ -165,6 +165,7 @@ def render(network: QLONetwork, path: str | _os.PathLike, size: tuple[int, int] 
             line_width = controller.viewLineWidth()
         report = view.exportImageToFile(_os.fspath(path), width, height, float(line_width))
     finally:
+        _forgetController(controller)
         _restoreSharedController(shared)
     return str(report["path"])
 

@@ -3,6 +3,8 @@ read, layout and render, each format by its extension. Needs a display
 (CTest runs it under Xvfb)."""
 
 import struct
+import subprocess
+import sys
 import unittest
 
 import networkx as nx
@@ -43,6 +45,16 @@ class RenderTest(ScratchFolderTestCase):
         self.assertGreater(len(np.unique(colours, axis=0)), 3)
         with self.assertRaisesRegex(ValueError, "no property 'clubs'.*Node Degree"):
             plexview.render(network, self.path("x.png"), steps=0, color_by="clubs")
+
+    def test_render_leaves_no_controller_behind(self):
+        # A script drawing many networks must not keep each one alive.
+        script = (
+            "import networkx, plexview\n"
+            "plexview.render(plexview.from_networkx(networkx.path_graph(3)), %r, steps=0)\n"
+            "print(plexview.VXLController.sharedController())\n" % self.path("p.png")
+        )
+        run = subprocess.run([sys.executable, "-c", script], capture_output=True, text=True)
+        self.assertEqual((run.returncode, run.stdout.strip()), (0, "None"), run.stderr)
 
 
 if __name__ == "__main__":

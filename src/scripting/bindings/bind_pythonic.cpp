@@ -23,6 +23,14 @@ void bindPythonic(py::module_& m) {
       py::arg("controller").none(true),
       "Makes the controller the one sharedController() answers (None: no change).");
 
+  m.def(
+      "_forgetController",
+      [](const VXLController::Ptr& controller) {
+        if (controller) app::forgetController(controller->uuid());
+      },
+      py::arg("controller"),
+      "Drops a controller made for one picture from the registry, so it is freed.");
+
   const py::str source(kPythonicSource);
   // Tracebacks show the lines of the source: linecache keeps them under the
   // file name the code is compiled with (a None time stamp: never reloaded).
