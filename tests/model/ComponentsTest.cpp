@@ -70,8 +70,8 @@ TEST(Components, TiesGoToTheComponentWithTheLowestVertex) {
 TEST(Components, LongChainStaysLinear) {
   // A path given in an order that builds deep trees without path compression.
   const std::uint64_t n = 200000;
-  std::vector<std::pair<std::uint64_t, std::uint64_t>> edges;
-  for (std::uint64_t v = n - 1; v > 0; --v) edges.emplace_back(v, v - 1);
+  testing_support::EdgeList edges;
+  for (std::uint64_t v = n - 1; v > 0; --v) edges.push_back({v, v - 1});
   auto part = build(n + 5, edges)->largestConnectedSubNetwork();
   EXPECT_EQ(part->countVertices(), n);
   EXPECT_EQ(part->countEdges(), n - 1);

@@ -10,7 +10,7 @@ namespace testing_support {
 
 enum class Weighted { Yes, No };
 enum class Directed { Yes, No };
-using EdgeList = std::vector<std::pair<std::uint64_t, std::uint64_t>>;
+using EdgeList = std::vector<std::array<std::uint64_t, 2>>;
 
 // A network of `vertices` with these edges, weighted when weights are given;
 // null when the data do not make a network.
