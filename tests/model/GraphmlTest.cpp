@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "../support/files.h"
 #include "../support/networks.h"
 #include "../support/scratch.h"
 #include "network_description.h"
@@ -62,10 +63,7 @@ NetworkData threeVertices(PropertyTable properties = {}) {
 }
 
 std::string fixture(const std::string& name) {
-  std::string text;
-  ReadError error;
-  EXPECT_TRUE(quillo::readWholeFile(kData / name, text, &error)) << error.describe();
-  return text;
+  return testing_support::contentsOf(kData / name);
 }
 
 QLONetwork::Ptr read(const std::string& text) {

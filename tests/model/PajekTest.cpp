@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "../support/files.h"
 #include "../support/networks.h"
 #include "../support/scratch.h"
 #include "network_description.h"
@@ -19,15 +20,10 @@
 
 namespace {
 
-using Edge = std::pair<std::uint64_t, std::uint64_t>;
-
 const std::filesystem::path kData = std::filesystem::path(PLEXVIEW_TEST_DATA) / "pajek";
 
 std::string fixture(const std::string& name) {
-  std::string text;
-  ReadError error;
-  EXPECT_TRUE(quillo::readWholeFile(kData / name, text, &error)) << error.describe();
-  return text;
+  return testing_support::contentsOf(kData / name);
 }
 
 QLONetwork::Ptr readText(std::string_view text) {
