@@ -111,14 +111,10 @@ TEST(MeasureOrder, TotalsAndAveragesOfTheNamedMeasure) {
 }
 
 TEST(MeasureOrder, ANumberPropertyOfTheNetworkByName) {
-  NetworkData data;
-  data.verticesCount = 4;
-  data.from = {0, 1};
-  data.to = {1, 2};
-  data.properties.emplace_back("Score",
-                               QLONumberArray::initWithDoubles(std::vector{9.0, -1.0, 3.0, 0.5}));
-  data.properties.emplace_back("Label", std::make_shared<TextList>(TextList{"p", "q", "r", "s"}));
-  const auto network = QLONetwork::make(std::move(data));
+  const auto network = testing_support::makeNetwork(
+      4, {{0, 1}, {1, 2}}, {}, testing_support::Directed::No,
+      {{"Score", QLONumberArray::initWithDoubles(std::vector{9.0, -1.0, 3.0, 0.5})},
+       {"Label", std::make_shared<TextList>(TextList{"p", "q", "r", "s"})}});
   ASSERT_TRUE(network);
   const Texts values = {"a", "b", "c", "d"};
   EXPECT_EQ(orderOf(values, {"Score"}, network.get()), (Texts{"b", "d", "c", "a"}));

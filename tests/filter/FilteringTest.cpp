@@ -30,13 +30,8 @@ void expectSameFloats(const std::vector<float>& actual, const std::vector<float>
 
 TEST(Filter, ValuesComeFromMeasuresNumberPropertiesOrDegrees) {
   // Directed: 0->1 (0.5), 1->2 (2), 2->2 (1, a self-loop), 0->2 (4); 3 is isolated.
-  NetworkData data;
-  data.verticesCount = 4;
-  data.from = {0, 1, 2, 0};
-  data.to = {1, 2, 2, 2};
-  data.weights = {0.5f, 2, 1, 4};
-  data.directed = data.edgeWeighted = true;
-  auto network = QLONetwork::make(std::move(data));
+  auto network = testing_support::makeNetwork(4, {{0, 1}, {1, 2}, {2, 2}, {0, 2}}, {0.5f, 2, 1, 4},
+                                              testing_support::Directed::Yes);
   ASSERT_TRUE(network);
   const double sizes[] = {0.1, -4, 2.5, -1};
   ASSERT_TRUE(network->setPropertiesOfVertices(QLONumberArray::initWithDoubles(sizes), "sizes"));

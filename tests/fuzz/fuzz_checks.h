@@ -5,12 +5,19 @@
 // exception ends the run as a crash).
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 
 #include "plexora/QLONetwork.h"
 #include "quillo/ReadError.h"
 #include "quillo/utf8.h"
 
 namespace fuzzing {
+
+// The same bits, or both NaN (a NaN's sign and payload are not kept).
+inline bool sameFloat(float a, float b) {
+  if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
+  return std::memcmp(&a, &b, sizeof a) == 0;
+}
 
 inline void requireReason(const ReadError& error) {
   if (error.message.empty() || !quillo::isValidUtf8(error.describe())) std::abort();

@@ -34,13 +34,6 @@ void checkReadsBack(const QLONetwork& network, Writer write, Reader read) {
   }
 }
 
-std::string gml(const QLONetwork& network) {
-  return plexora::gmlText(network);
-}
-std::string gexf(const QLONetwork& network) {
-  return plexora::gexfText(network);
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -52,8 +45,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (auto network = read(text, "fuzz", &error)) {
     fuzzing::requireFinitePositions(*network);
     if (network->countVertices() <= kLargestRoundTrip) {
-      checkReadsBack(*network, gml, plexora::readGml);
-      checkReadsBack(*network, gexf, plexora::readGexf);
+      checkReadsBack(
+          *network, [](const QLONetwork& n) { return plexora::gmlText(n); }, plexora::readGml);
+      checkReadsBack(
+          *network, [](const QLONetwork& n) { return plexora::gexfText(n); }, plexora::readGexf);
     }
   } else {
     fuzzing::requireReason(error);

@@ -1,10 +1,8 @@
 // Fuzzes the Pajek reader at its real size limits: no input may crash it or
 // escape with anything but a refusal, and whatever it accepts must be written
 // and read back to the same vertices, labels, edges, weights and flags.
-#include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -25,11 +23,6 @@ std::string writtenLabel(std::string label) {
   return label;
 }
 
-bool sameWeight(float a, float b) {
-  if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
-  return std::memcmp(&a, &b, sizeof a) == 0;
-}
-
 void checkReadsBack(const QLONetwork& network) {
   ReadError error;
   auto back = plexora::readPajek(plexora::pajekText(network), "written", &error);
@@ -42,7 +35,7 @@ void checkReadsBack(const QLONetwork& network) {
   for (std::uint64_t k = 0; k < network.edgesCount; ++k) {
     if (back->edgeFromList[k] != network.edgeFromList[k] ||
         back->edgeToList[k] != network.edgeToList[k] ||
-        !sameWeight(back->edgesWeights[k], network.edgesWeights[k])) {
+        !fuzzing::sameFloat(back->edgesWeights[k], network.edgesWeights[k])) {
       std::abort();
     }
   }

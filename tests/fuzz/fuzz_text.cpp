@@ -2,24 +2,15 @@
 // input may crash them, and whatever they accept must write and read back to
 // the same bits (any NaN reads back as a NaN; its sign and payload are not
 // kept).
-#include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <string_view>
 
 #include "fuzz_checks.h"
 #include "quillo/QLONumberArray.h"
 #include "quillo/QLOVector3dArray.h"
 
-namespace {
-
-bool sameFloat(float a, float b) {
-  if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
-  return std::memcmp(&a, &b, sizeof a) == 0;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::string_view text(reinterpret_cast<const char*>(data), size);
@@ -28,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     auto back = QLONumberArray::initWithText(numbers->text(), NumberType::Float, "again", &error);
     if (!back || back->count() != numbers->count()) std::abort();
     for (std::uint64_t i = 0; i < numbers->count(); ++i) {
-      if (!sameFloat(back->data<float>()[i], numbers->data<float>()[i])) std::abort();
+      if (!fuzzing::sameFloat(back->data<float>()[i], numbers->data<float>()[i])) std::abort();
     }
   } else {
     fuzzing::requireReason(error);
@@ -38,9 +29,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     auto back = QLOVector3dArray::initWithText(vectors->text(), Precision::Float, "again", &error);
     if (!back || back->count() != vectors->count()) std::abort();
     for (std::uint64_t i = 0; i < vectors->count(); ++i) {
-      if (!sameFloat(back->pointerForX()[i], vectors->pointerForX()[i]) ||
-          !sameFloat(back->pointerForY()[i], vectors->pointerForY()[i]) ||
-          !sameFloat(back->pointerForZ()[i], vectors->pointerForZ()[i])) {
+      if (!fuzzing::sameFloat(back->pointerForX()[i], vectors->pointerForX()[i]) ||
+          !fuzzing::sameFloat(back->pointerForY()[i], vectors->pointerForY()[i]) ||
+          !fuzzing::sameFloat(back->pointerForZ()[i], vectors->pointerForZ()[i])) {
         std::abort();
       }
     }

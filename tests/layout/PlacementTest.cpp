@@ -7,6 +7,7 @@
 #include <limits>
 #include <vector>
 
+#include "../support/networks.h"
 #include "layout/placement.h"
 #include "plexora/QLORandomGenerator.h"
 #include "quillo/QLONumberArray.h"
@@ -16,13 +17,6 @@ namespace {
 
 using Point = std::array<double, 3>;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-std::shared_ptr<QLOVector3dArray> positionsOf(const std::vector<Point>& points,
-                                              Precision precision) {
-  auto positions = QLOVector3dArray::initWithSize(points.size(), precision);
-  for (std::size_t i = 0; i < points.size(); ++i) positions->setVector(points[i], i);
-  return positions;
-}
 
 }  // namespace
 
@@ -75,8 +69,8 @@ TEST(Placement, RescaleCentresAndScalesByTheLongestExtent) {
   };
   for (const Case& c : cases) {
     for (const Precision precision : {Precision::Float, Precision::Double}) {
-      auto result = layout::recentredAndRescaled(*positionsOf(c.input, precision), c.size[0],
-                                                 c.size[1], c.size[2]);
+      auto result = layout::recentredAndRescaled(*testing_support::vectorArray(c.input, precision),
+                                                 c.size[0], c.size[1], c.size[2]);
       EXPECT_EQ(result->precision(), Precision::Float) << c.what;
       ASSERT_EQ(result->count(), c.expected.size()) << c.what;
       for (std::size_t i = 0; i < c.expected.size(); ++i) {
@@ -91,7 +85,7 @@ TEST(Placement, NaNCoordinatesBoundNothingAndStayNaN) {
   // lane 0, which also takes the tail: then a vertex with NaN x and z.
   const std::vector<Point> points = {{4, 0, 2}, {2, 0, 0}, {3, 0, 0}, {8, 0, 0},  {1, 0, 0},
                                      {5, 0, 0}, {0, 0, 0}, {7, 0, 0}, {6, 0, -2}, {kNaN, 0, kNaN}};
-  auto result = layout::recentredAndRescaled(*positionsOf(points, Precision::Float), 10, 10, 10);
+  auto result = layout::recentredAndRescaled(*testing_support::vectorArray(points), 10, 10, 10);
   for (std::size_t i = 0; i < points.size(); ++i) {
     const Point p = result->vectorAtIndex(i);
     if (std::isnan(points[i][0])) {

@@ -8,6 +8,7 @@
 #include <limits>
 #include <random>
 
+#include "../support/scratch.h"
 #include "quillo/QLONumberArray.h"
 #include "quillo/QLOVector3dArray.h"
 #include "quillo/numbertext.h"
@@ -15,16 +16,6 @@
 namespace fs = std::filesystem;
 
 namespace {
-
-fs::path scratchFile(const std::string& name) {
-  fs::path dir = fs::temp_directory_path() / ("plexview-arrays-" + std::to_string(::getpid()));
-  fs::create_directories(dir);
-  return dir / name;
-}
-
-void writeText(const fs::path& file, const std::string& text) {
-  std::ofstream(file, std::ios::binary) << text;
-}
 
 // Awkward float values: subnormals, extremes, values without a short decimal.
 std::vector<float> awkwardFloats() {
@@ -107,9 +98,7 @@ TEST(NumberArray, ConversionsBetweenTypes) {
   floats->getFloatValues(two, 2);
   EXPECT_EQ(two[1], 2.5f);
   EXPECT_EQ(two[2], 9.0f);  // only n entries written
-}
 
-TEST(NumberArray, BoolMaskIndexIsChecked) {
   auto mask = QLONumberArray::initWithBoolScalar(false, 5);
   mask->setBoolValue(true, 4);
   EXPECT_EQ(mask->data<std::uint8_t>()[4], 1);
@@ -119,7 +108,8 @@ TEST(NumberArray, BoolMaskIndexIsChecked) {
 TEST(NumberArray, FileRoundTripIsExactForEveryType) {
   auto values = awkwardFloats();
   auto floats = QLONumberArray::initWithFloats(values);
-  fs::path file = scratchFile("floats.txt");
+  const ScratchFolder folder;
+  const fs::path file = folder.path() / "floats.txt";
   ASSERT_TRUE(floats->writeToFile(file, WriteMode::Atomic));
   auto back = QLONumberArray::initWithContentsOfURL(file, NumberType::Float);
   ASSERT_TRUE(back);
@@ -143,35 +133,6 @@ TEST(NumberArray, FileRoundTripIsExactForEveryType) {
   EXPECT_EQ(longsBack->data<std::int64_t>()[1], (std::int64_t{1} << 53) + 1);
   auto narrowed = QLONumberArray::initWithContentsOfURL(file, NumberType::Int32);
   EXPECT_EQ(narrowed->data<std::int32_t>()[0], INT32_MIN);  // clamped, not wrapped
-}
-
-TEST(NumberArray, ReaderToleratesLayoutAndRejectsGarbage) {
-  ReadError error;
-  auto ok = QLONumberArray::initWithText("1\r\n\n  2.5\t\n-3\n", NumberType::Float, "f", &error);
-  ASSERT_TRUE(ok);
-  EXPECT_EQ(ok->count(), 3u);
-  EXPECT_EQ(ok->data<float>()[2], -3.0f);
-
-  struct Case {
-    const char* text;
-    std::uint64_t line;
-    const char* reason;
-  };
-  // NaN and infinities are values of a number property; a finite value a float
-  // cannot hold is an error, not an infinity.
-  for (Case c : {Case{"1\n2\nx\n", 3, "'x' is not a number"}, Case{"1 2\n", 1, "found 2"},
-                 Case{"\n\n1e99999\n", 3, "'1e99999' is not a number"},
-                 Case{"nan\n-inf\n1e39\n", 3, "'1e39' is out of range for a 32-bit float"}}) {
-    error = {};
-    EXPECT_FALSE(QLONumberArray::initWithText(c.text, NumberType::Float, "colours.txt", &error));
-    EXPECT_EQ(error.line, c.line) << c.text;
-    EXPECT_EQ(error.file, "colours.txt");
-    EXPECT_NE(error.message.find(c.reason), std::string::npos) << error.message;
-  }
-  error = {};
-  EXPECT_FALSE(
-      QLONumberArray::initWithContentsOfURL("/nonexistent/x.txt", NumberType::Float, &error));
-  EXPECT_NE(error.describe().find("/nonexistent/x.txt"), std::string::npos);
 }
 
 TEST(Vector3dArray, PlanesAreAlignedAndIndependent) {
@@ -228,7 +189,8 @@ TEST(Vector3dArray, FileRoundTripIsExact) {
   auto array = QLOVector3dArray::initWithSize(2, Precision::Float);
   array->setVector({0.1, -0.0, 3.0e38}, 0);
   array->setVector({1.0 / 3.0, 1e-45, -16777217.0}, 1);
-  fs::path file = scratchFile("positions.txt");
+  const ScratchFolder folder;
+  const fs::path file = folder.path() / "positions.txt";
   ASSERT_TRUE(array->writeToURL(file, WriteMode::Atomic));
   auto back = QLOVector3dArray::initWithContentsOfURL(file, Precision::Float);
   ASSERT_TRUE(back);
@@ -236,37 +198,58 @@ TEST(Vector3dArray, FileRoundTripIsExact) {
   EXPECT_TRUE(std::signbit(back->pointerForY()[0]));
 }
 
-TEST(Vector3dArray, ReaderErrorsNameTheLine) {
+TEST(ArrayReaders, TolerateLayoutAndNameTheLineOfAFault) {
   ReadError error;
+  auto ok = QLONumberArray::initWithText("1\r\n\n  2.5\t\n-3\n", NumberType::Float, "f", &error);
+  ASSERT_TRUE(ok);
+  EXPECT_EQ(ok->count(), 3u);
+  EXPECT_EQ(ok->data<float>()[2], -3.0f);
   EXPECT_TRUE(QLOVector3dArray::initWithText("1 2 3\n\n4\t5 6\r\n", Precision::Float, "p", &error));
+
+  enum class Reader { Numbers, Vectors };
   struct Case {
+    Reader reader;
     std::string text;
     std::uint64_t line;
     std::string reason;
   };
-  // Positions and colours must be finite: the layout would keep a NaN for ever.
+  // NaN and infinities are values of a number property, but positions and
+  // colours must be finite (the layout would keep a NaN for ever). A finite
+  // value a float cannot hold is an error, not an infinity.
+  const Reader N = Reader::Numbers, V = Reader::Vectors;
   for (const Case& c : std::vector<Case>{
-           {"1 2 3\n1 2\n", 2, "found 2 fields"},
-           {"1 2 3 4\n", 1, "found 4 fields"},
-           {"1 2 z\n", 1, "'z' is not a number"},
-           {"\n\n\n1 nanx 2\n", 4, "'nanx' is not a number"},
-           {"1 2 3\nnan 0 0\n", 2, "'nan' is not a finite number"},
-           {"0 -Infinity 0\n", 1, "'-Infinity' is not a finite number"},
-           {"0 0 1e39\n", 1, "'1e39' is out of range for a 32-bit float"},
+           {N, "1\n2\nx\n", 3, "'x' is not a number"},
+           {N, "1 2\n", 1, "found 2"},
+           {N, "\n\n1e99999\n", 3, "'1e99999' is not a number"},
+           {N, "nan\n-inf\n1e39\n", 3, "'1e39' is out of range for a 32-bit float"},
+           {V, "1 2 3\n1 2\n", 2, "found 2 fields"},
+           {V, "1 2 3 4\n", 1, "found 4 fields"},
+           {V, "1 2 z\n", 1, "'z' is not a number"},
+           {V, "\n\n\n1 nanx 2\n", 4, "'nanx' is not a number"},
+           {V, "1 2 3\nnan 0 0\n", 2, "'nan' is not a finite number"},
+           {V, "0 -Infinity 0\n", 1, "'-Infinity' is not a finite number"},
+           {V, "0 0 1e39\n", 1, "'1e39' is out of range for a 32-bit float"},
        }) {
+    SCOPED_TRACE(c.text);
     error = {};
-    EXPECT_FALSE(QLOVector3dArray::initWithText(c.text, Precision::Float, "p.txt", &error))
-        << c.text;
-    EXPECT_EQ(error.line, c.line) << c.text;
+    EXPECT_FALSE(
+        c.reader == N
+            ? bool(QLONumberArray::initWithText(c.text, NumberType::Float, "in.txt", &error))
+            : bool(QLOVector3dArray::initWithText(c.text, Precision::Float, "in.txt", &error)));
+    EXPECT_EQ(error.file, "in.txt");
+    EXPECT_EQ(error.line, c.line);
     EXPECT_NE(error.message.find(c.reason), std::string::npos) << error.message;
   }
+  error = {};
+  EXPECT_FALSE(
+      QLONumberArray::initWithContentsOfURL("/nonexistent/x.txt", NumberType::Float, &error));
+  EXPECT_NE(error.describe().find("/nonexistent/x.txt"), std::string::npos);
 }
 
 TEST(FileWrites, AtomicWriteNeverLeavesTemporaryFilesOrTruncatesTarget) {
-  fs::path dir = scratchFile("atomic");
-  fs::create_directories(dir);
-  fs::path target = dir / "keep.txt";
-  writeText(target, "good\n");
+  const ScratchFolder folder;
+  const fs::path& dir = folder.path();
+  const fs::path target = folder.write("keep.txt", "good\n");
   auto array = QLONumberArray::floatArrayWithScalar(1.0f, 2);
   std::string why;
   EXPECT_FALSE(array->writeToFile(dir / "missing" / "x.txt", WriteMode::Atomic, &why));

@@ -1,22 +1,19 @@
 // The largest connected component: which one is kept and how it is renumbered.
 #include <gtest/gtest.h>
 
+#include "../support/networks.h"
 #include "plexora/QLONetwork.h"
 
 namespace {
 
-QLONetwork::Ptr build(std::uint64_t V, std::vector<std::pair<std::uint64_t, std::uint64_t>> edges,
-                      bool directed = false) {
-  NetworkData data;
-  data.verticesCount = V;
-  data.directed = directed;
-  data.edgeWeighted = true;
-  for (auto [a, b] : edges) {
-    data.from.push_back(a);
-    data.to.push_back(b);
-    data.weights.push_back(static_cast<float>(10 * a + b));
-  }
-  return QLONetwork::make(std::move(data));
+using testing_support::Directed;
+
+// Each edge a -> b weighs 10 a + b.
+QLONetwork::Ptr build(std::uint64_t V, const testing_support::EdgeList& edges,
+                      Directed directed = Directed::No) {
+  std::vector<float> weights;
+  for (const auto& [a, b] : edges) weights.push_back(static_cast<float>(10 * a + b));
+  return testing_support::makeNetwork(V, edges, weights, directed);
 }
 
 }  // namespace
@@ -24,7 +21,7 @@ QLONetwork::Ptr build(std::uint64_t V, std::vector<std::pair<std::uint64_t, std:
 TEST(Components, KeepsTheLargestAndCutsEveryProperty) {
   // Components {0,2}, {1,3,5} (through a self-loop and a direction-ignoring
   // chain), {4}.
-  auto network = build(6, {{0, 2}, {5, 3}, {1, 3}, {5, 5}}, /*directed=*/true);
+  auto network = build(6, {{0, 2}, {5, 3}, {1, 3}, {5, 5}}, Directed::Yes);
   network->setPropertiesOfVertices(
       std::make_shared<TextList>(TextList{"a", "b", "c", "d", "e", "f"}), "Name");
   auto position = QLOVector3dArray::initWithSize(6, Precision::Double);
@@ -73,8 +70,8 @@ TEST(Components, TiesGoToTheComponentWithTheLowestVertex) {
 TEST(Components, LongChainStaysLinear) {
   // A path given in an order that builds deep trees without path compression.
   const std::uint64_t n = 200000;
-  std::vector<std::pair<std::uint64_t, std::uint64_t>> edges;
-  for (std::uint64_t v = n - 1; v > 0; --v) edges.emplace_back(v, v - 1);
+  testing_support::EdgeList edges;
+  for (std::uint64_t v = n - 1; v > 0; --v) edges.push_back({v, v - 1});
   auto part = build(n + 5, edges)->largestConnectedSubNetwork();
   EXPECT_EQ(part->countVertices(), n);
   EXPECT_EQ(part->countEdges(), n - 1);

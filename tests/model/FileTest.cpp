@@ -2,13 +2,13 @@
 // contents, and error descriptions that are always printable UTF-8.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <zlib.h>
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 
+#include "../support/files.h"
+#include "../support/scratch.h"
 #include "plexora/QLONetwork.h"
 #include "quillo/QLONumberArray.h"
 #include "quillo/fileio.h"
@@ -21,15 +21,8 @@ namespace {
 
 class FileLayer : public testing::Test {
  protected:
-  void SetUp() override {
-    folder_ = fs::temp_directory_path() / ("plexview-files-" + std::to_string(getpid()));
-    fs::create_directories(folder_);
-  }
-  void TearDown() override { fs::remove_all(folder_); }
-
   fs::path write(const std::string& name, const std::string& bytes) {
-    std::ofstream(folder_ / name, std::ios::binary) << bytes;
-    return folder_ / name;
+    return scratch_.write(name, bytes);
   }
   fs::path writeGzip(const std::string& name, const std::string& text) {
     const fs::path file = folder_ / name;
@@ -39,12 +32,10 @@ class FileLayer : public testing::Test {
     gzclose(out);
     return file;
   }
-  static std::string bytesOf(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
-  }
+  static std::string bytesOf(const fs::path& file) { return testing_support::contentsOf(file); }
 
-  fs::path folder_;
+  const ScratchFolder scratch_;
+  const fs::path& folder_ = scratch_.path();
 };
 
 TEST_F(FileLayer, OnlyRegularFilesAreRead) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "../support/networks.h"
 #include "network_description.h"
 #include "plexora/QLONetwork.h"
 #include "plexora/formats.h"
@@ -131,26 +132,15 @@ TEST(ForeignFormats, RefusesBrokenFilesNamingTheLine) {
 }
 
 QLONetwork::Ptr sample() {
-  NetworkData data;
-  data.verticesCount = 3;
-  data.from = {0, 1, 2, 0};
-  data.to = {1, 2, 2, 1};
-  data.weights = {1.5f, 1e-45f, -2.0f, 3.0f};
-  data.edgeWeighted = true;
-  data.directed = true;
-  auto position = QLOVector3dArray::initWithSize(3, Precision::Float);
-  position->setVector({1.0, 2.5, -3.0}, 1);
-  auto colour = QLOVector3dArray::initWithSize(3, Precision::Float);
-  colour->setVector({1.0, 0.2, 0.0}, 0);
   const double sizes[3] = {1.0, 0.1, 7.0};
-  data.properties = {
-      {"Name", std::make_shared<TextList>(TextList{"<a & \"b\">", "é", "c"})},
-      {"Position", position},
-      {"Color", colour},
-      {"size", QLONumberArray::initWithDoubles(sizes)},
-      {"kind", std::make_shared<TextList>(TextList{"x", "", "z"})},
-  };
-  return QLONetwork::make(std::move(data));
+  return testing_support::makeNetwork(
+      3, {{0, 1}, {1, 2}, {2, 2}, {0, 1}}, {1.5f, 1e-45f, -2.0f, 3.0f},
+      testing_support::Directed::Yes,
+      {{"Name", std::make_shared<TextList>(TextList{"<a & \"b\">", "é", "c"})},
+       {"Position", testing_support::vectorArray({{0, 0, 0}, {1.0, 2.5, -3.0}, {0, 0, 0}})},
+       {"Color", testing_support::vectorArray({{1.0, 0.2, 0.0}, {0, 0, 0}, {0, 0, 0}})},
+       {"size", QLONumberArray::initWithDoubles(sizes)},
+       {"kind", std::make_shared<TextList>(TextList{"x", "", "z"})}});
 }
 
 TEST(ForeignFormats, WrittenFilesReadBackTheSame) {

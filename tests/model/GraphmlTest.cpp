@@ -1,7 +1,6 @@
 // GraphML: exact round trips of our own documents, documents as other tools
 // write them, every way a read can fail, and the file-level read and write.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -13,6 +12,9 @@
 #include <utility>
 #include <vector>
 
+#include "../support/files.h"
+#include "../support/networks.h"
+#include "../support/scratch.h"
 #include "network_description.h"
 #include "plexora/QLONetwork.h"
 #include "plexora/formats.h"
@@ -24,7 +26,6 @@ namespace {
 namespace fs = std::filesystem;
 
 using NumberPtr = std::shared_ptr<QLONumberArray>;
-using VectorPtr = std::shared_ptr<QLOVector3dArray>;
 using TextPtr = std::shared_ptr<TextList>;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
@@ -37,12 +38,6 @@ template <class T>
 NumberPtr numbers(NumberType type, const std::vector<T>& values) {
   auto array = QLONumberArray::initWithCount(values.size(), type);
   std::memcpy(array->QLO_dataPointer(), values.data(), values.size() * sizeof(T));
-  return array;
-}
-
-VectorPtr vectors(Precision precision, const std::vector<std::array<double, 3>>& values) {
-  auto array = QLOVector3dArray::initWithSize(values.size(), precision);
-  for (std::size_t i = 0; i < values.size(); ++i) array->setVector(values[i], i);
   return array;
 }
 
@@ -68,10 +63,7 @@ NetworkData threeVertices(PropertyTable properties = {}) {
 }
 
 std::string fixture(const std::string& name) {
-  std::string text;
-  ReadError error;
-  EXPECT_TRUE(quillo::readWholeFile(kData / name, text, &error)) << error.describe();
-  return text;
+  return testing_support::contentsOf(kData / name);
 }
 
 QLONetwork::Ptr read(const std::string& text) {
@@ -82,6 +74,7 @@ QLONetwork::Ptr read(const std::string& text) {
 }
 
 using testing_support::describe;
+using testing_support::vectorArray;
 
 // ---------------------------------------------------------------------------
 // Our own documents
@@ -112,10 +105,10 @@ TEST(GraphmlRoundTrip, EveryPropertyTypeFlagAndShapeReadsBackExactly) {
       "vectors at both precisions beside user keys called x and r, names needing escapes",
       threeVertices({
           {"x", numbers<double>(NumberType::Double, {10, 20, 30})},
-          {"Position",
-           vectors(Precision::Float, {{0.1, -0.0, 3}, {kNaN, kInf, -kInf}, {1e30, 2, 3}})},
-          {"Color", vectors(Precision::Double, {{0.1, 0.2, 0.3}, {1, 0, 0}, {0.5, 0.25, 1e-300}})},
-          {"my vector x", vectors(Precision::Float, {{1, 2, 3}, {4, 5, 6}, {7, 8, 9}})},
+          {"Position", vectorArray({{0.1, -0.0, 3}, {kNaN, kInf, -kInf}, {1e30, 2, 3}})},
+          {"Color",
+           vectorArray({{0.1, 0.2, 0.3}, {1, 0, 0}, {0.5, 0.25, 1e-300}}, Precision::Double)},
+          {"my vector x", vectorArray({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}})},
           {"r", texts({"red", "green", "blue"})},
           {"a\"b<c>&d e", numbers<double>(NumberType::Double, {1, 2, 3})},
           {"tab\tand\nline", texts({"x", "y", "z"})},
@@ -427,8 +420,8 @@ TEST(GraphmlFiles, ReadWriteAndFailuresNamingTheFile) {
             "3 undirected weighted | 0-1:2.5 2-1:0.001 | Name=\"alpha\"\"beta\"\"gamma\" | "
             "score:double=0.5,nan,-1e+300,");
 
-  const fs::path folder = fs::temp_directory_path() / ("graphml-test-" + std::to_string(getpid()));
-  fs::create_directories(folder);
+  const ScratchFolder scratch;
+  const fs::path& folder = scratch.path();
   std::string why;
   ASSERT_TRUE(sample->writeToURL(folder / "out.graphml", WriteMode::Atomic, &why)) << why;
   auto copy = QLONetwork::initWithContentsOfURL(folder / "out.graphml", &error);
@@ -445,7 +438,6 @@ TEST(GraphmlFiles, ReadWriteAndFailuresNamingTheFile) {
   EXPECT_EQ(QLONetwork::initWithContentsOfURL(folder / "broken.graphml", &error), nullptr);
   EXPECT_EQ(error.file, (folder / "broken.graphml").string());
   EXPECT_EQ(error.line, 3u);
-  fs::remove_all(folder);
 }
 
 }  // namespace

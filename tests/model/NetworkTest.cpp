@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "../support/networks.h"
 #include "plexora/QLONetwork.h"
 
 namespace {
@@ -58,16 +59,6 @@ TEST(Network, MakeRejectsInconsistentData) {
   }
 }
 
-TEST(Network, AnUnweightedNetworkWeighsEveryEdgeOne) {
-  NetworkData unweighted;
-  unweighted.verticesCount = 2;
-  unweighted.from = {0};
-  unweighted.to = {1};
-  auto plain = QLONetwork::make(std::move(unweighted));
-  EXPECT_FALSE(plain->isEdgeWeighted());
-  EXPECT_EQ(plain->edgesWeights[0], 1.0f);
-}
-
 TEST(Network, DegreesAndStrengths) {
   auto undirected = QLONetwork::make(smallData(false));
   EXPECT_EQ(values(undirected->calcDegrees()), (std::vector<double>{2, 2, 4, 0}));
@@ -80,11 +71,13 @@ TEST(Network, DegreesAndStrengths) {
   EXPECT_EQ(values(directed->calcInDegrees()), (std::vector<double>{0, 1, 3, 0}));
   EXPECT_EQ(values(directed->calcInStrengths()), (std::vector<double>{0, 0.5, 7, 0}));
 
-  NetworkData none;
-  none.verticesCount = 3;
-  auto empty = QLONetwork::make(std::move(none));
+  auto empty = testing_support::makeNetwork(3, {});
   EXPECT_EQ(values(empty->calcDegrees()), (std::vector<double>{0, 0, 0}));
   EXPECT_EQ(empty->calcInStrengths()->count(), 3u);
+  // Without weights every edge weighs 1.
+  auto plain = testing_support::makeNetwork(2, {{0, 1}});
+  EXPECT_FALSE(plain->isEdgeWeighted());
+  EXPECT_EQ(plain->edgesWeights[0], 1.0f);
 }
 
 TEST(Network, PropertyTableKeepsOrderAndChecksCounts) {

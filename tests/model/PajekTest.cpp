@@ -1,7 +1,6 @@
 // Reading and writing Pajek text, and the plain edge list.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -10,6 +9,9 @@
 #include <utility>
 #include <vector>
 
+#include "../support/files.h"
+#include "../support/networks.h"
+#include "../support/scratch.h"
 #include "network_description.h"
 #include "plexora/QLONetwork.h"
 #include "plexora/formats.h"
@@ -18,15 +20,10 @@
 
 namespace {
 
-using Edge = std::pair<std::uint64_t, std::uint64_t>;
-
 const std::filesystem::path kData = std::filesystem::path(PLEXVIEW_TEST_DATA) / "pajek";
 
 std::string fixture(const std::string& name) {
-  std::string text;
-  ReadError error;
-  EXPECT_TRUE(quillo::readWholeFile(kData / name, text, &error)) << error.describe();
-  return text;
+  return testing_support::contentsOf(kData / name);
 }
 
 QLONetwork::Ptr readText(std::string_view text) {
@@ -36,25 +33,9 @@ QLONetwork::Ptr readText(std::string_view text) {
   return network;
 }
 
-QLONetwork::Ptr makeNetwork(std::uint64_t vertices, std::vector<Edge> edges,
-                            std::vector<float> weights, bool directed, PropertyTable properties) {
-  NetworkData data;
-  data.verticesCount = vertices;
-  for (const auto& [a, b] : edges) {
-    data.from.push_back(a);
-    data.to.push_back(b);
-  }
-  data.edgeWeighted = !weights.empty();
-  data.weights = std::move(weights);
-  data.directed = directed;
-  data.properties = std::move(properties);
-  std::string why;
-  auto network = QLONetwork::make(std::move(data), &why);
-  EXPECT_TRUE(network) << why;
-  return network;
-}
-
 using testing_support::describe;
+using testing_support::Directed;
+using testing_support::makeNetwork;
 using namespace std::string_literals;
 
 // ---------------------------------------------------------------------------
@@ -264,12 +245,12 @@ TEST(PajekWriting, ExactTextOfPajekAndEdgeLists) {
   const auto labels = std::make_shared<TextList>(TextList{"say \"hi\"\tthere\r\nnow", "plain"});
   const Case cases[] = {
       // Without "Name" the labels are the numbers from 0.
-      {makeNetwork(4, {{3, 0}, {1, 2}}, {}, false, {}),
+      {makeNetwork(4, {{3, 0}, {1, 2}}),
        "*Vertices 4\n1 \"0\"\n2 \"1\"\n3 \"2\"\n4 \"3\"\n*Edges\n4 1\n2 3\n", "3 0\n1 2\n"},
-      {makeNetwork(2, {{0, 1}, {1, 1}}, {2.5f, 1e-30f}, true, {{"Name", labels}}),
+      {makeNetwork(2, {{0, 1}, {1, 1}}, {2.5f, 1e-30f}, Directed::Yes, {{"Name", labels}}),
        "*Vertices 2\n1 \"say 'hi' there  now\"\n2 \"plain\"\n*Arcs\n1 2 2.5\n2 2 1e-30\n",
        "0 1 2.5\n1 1 1e-30\n"},
-      {makeNetwork(0, {}, {}, true, {}), "*Vertices 0\n*Arcs\n", ""},
+      {makeNetwork(0, {}, {}, Directed::Yes), "*Vertices 0\n*Arcs\n", ""},
   };
   for (const Case& c : cases) {
     ASSERT_TRUE(c.network);
@@ -287,7 +268,7 @@ TEST(PajekWriting, WeightsLabelsAndPositionsReadBackExactly) {
   for (std::uint64_t v = 0; v < 6; ++v) {
     positions->setVector({0.1 * static_cast<double>(v), -1e-30, 3.0e38}, v);
   }
-  for (bool directed : {true, false}) {
+  for (const Directed directed : {Directed::Yes, Directed::No}) {
     auto network = makeNetwork(
         6, {{0, 1}, {1, 2}, {2, 2}, {5, 0}, {3, 4}, {4, 3}, {0, 1}},
         {0.1f, 1e-30f, tiny, -0.0f, 16777217.0f, std::numeric_limits<float>::max(), 1.0f / 3.0f},
@@ -316,11 +297,10 @@ TEST(PajekFiles, ReadWriteAndMissingFiles) {
   EXPECT_FALSE(QLONetwork::initWithContentsOfPajekURL(missing, &error));
   EXPECT_EQ(error.file, missing.string());
 
-  const auto folder =
-      std::filesystem::temp_directory_path() / ("plexview-pajek-" + std::to_string(getpid()));
-  std::filesystem::create_directories(folder);
+  const ScratchFolder scratch;
+  const auto& folder = scratch.path();
   auto labels = std::make_shared<TextList>(TextList{"a", "b c", "d"});
-  auto network = makeNetwork(3, {{0, 2}, {2, 1}}, {0.5f, 7.0f}, false, {{"Name", labels}});
+  auto network = makeNetwork(3, {{0, 2}, {2, 1}}, {0.5f, 7.0f}, Directed::No, {{"Name", labels}});
   ASSERT_TRUE(network);
   std::string why;
   ASSERT_TRUE(network->writeToPajekURL(folder / "out.net", WriteMode::Atomic, &why)) << why;
@@ -333,7 +313,6 @@ TEST(PajekFiles, ReadWriteAndMissingFiles) {
   EXPECT_EQ(text, plexora::edgesText(*network));
   EXPECT_FALSE(network->writeToPajekURL(folder / "missing" / "x.net", WriteMode::Atomic, &why));
   EXPECT_NE(why.find("x.net"), std::string::npos);
-  std::filesystem::remove_all(folder);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include "export_support.h"
 #include "render/VXLLegends.h"
+#include "render/vectorexport.h"
 
 namespace {
 
@@ -165,13 +166,18 @@ TEST_F(ImageExport, EdgesTakeTheExportsLineWidth) {
   EXPECT_GT(thick, 3 * thin);
 }
 
+// Raster and vector exports alike.
 TEST_F(ImageExport, TheViewIsLeftAsItWas) {
   const std::string info = view.infoString();
   const Image before = frame(view);
-  ASSERT_TRUE(save("other.png", 333, 111, 4.0f).written);
-  EXPECT_EQ(view.camera().viewHeight, kSize);
-  EXPECT_EQ(view.infoString(), info);
-  EXPECT_TRUE(frame(view).rgba == before.rgba);
+  for (const char* name : {"other.png", "other.eps"}) {
+    SCOPED_TRACE(name);
+    ASSERT_TRUE(save(name, 333, 111, 4.0f).written);
+    EXPECT_EQ(view.camera().viewHeight, kSize);
+    EXPECT_EQ(view.infoString(), info);
+    EXPECT_FALSE(vector_export::recording());
+    EXPECT_TRUE(frame(view).rgba == before.rgba);
+  }
 }
 
 TEST_F(ImageExport, AFailedWriteLeavesTheEarlierFileAlone) {
@@ -184,9 +190,11 @@ TEST_F(ImageExport, AFailedWriteLeavesTheEarlierFileAlone) {
   EXPECT_NE(refused.error.find("keep.jpg"), std::string::npos) << refused.error;
   EXPECT_EQ(bytesOf(good.path), bytes);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
-  const ExportReport nowhere = view.exportImageToFile(folder.path() / "no" / "x.png", 50, 50, 1);
-  EXPECT_FALSE(nowhere.written);
-  EXPECT_NE(nowhere.error.find("no/x.png"), std::string::npos) << nowhere.error;
+  for (const std::string name : {"no/x.png", "no/x.pdf"}) {
+    const ExportReport nowhere = view.exportImageToFile(folder.path() / name, 50, 50, 1);
+    EXPECT_FALSE(nowhere.written);
+    EXPECT_NE(nowhere.error.find(name), std::string::npos) << nowhere.error;
+  }
   EXPECT_FALSE(view.exportImageToFile(folder.path() / "x.png", -5, 10, 1).written);
 }
 

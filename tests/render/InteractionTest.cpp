@@ -6,6 +6,7 @@
 #include <cmath>
 #include <functional>
 
+#include "../support/networks.h"
 #include "render/VXLNetworkView.h"
 
 namespace {
@@ -14,9 +15,7 @@ constexpr int kSize = 200;
 using Indices = std::vector<std::uint64_t>;
 
 std::shared_ptr<QLONetwork> isolated(std::uint64_t vertices) {
-  NetworkData data;
-  data.verticesCount = vertices;
-  return QLONetwork::make(std::move(data));
+  return testing_support::makeNetwork(vertices, {});
 }
 
 // Five isolated vertices on a kSize square, the world turned away from identity.

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "../support/gui_application.h"
+#include "../support/networks.h"
 #include "render/GLString.h"
 #include "render/VXLNetworkView.h"
 #include "render/capabilities.h"
@@ -78,27 +79,24 @@ TEST_F(GLStringImage, BoxAndBorderAreDrawnPremultipliedOnlyWhenTheirAlphaIsNotZe
 }
 
 std::shared_ptr<QLONetwork> detailsNetwork() {
-  NetworkData data;
-  data.verticesCount = 3;
-  data.from = {0, 1};
-  data.to = {1, 2};
   auto texts = [](std::vector<std::string> values) {
     return std::make_shared<TextList>(std::move(values));
   };
   auto numbers = [](std::vector<double> values) { return QLONumberArray::initWithDoubles(values); };
-  auto vectors = QLOVector3dArray::initWithSize(3, Precision::Double);
-  vectors->setVector({1, 2, 3}, 1);
-  data.properties = {
-      {"Name", texts({"alpha", "beta", "gamma"})},
-      {"b_score", numbers({0, 0.123456, 0})},
-      {"Zeta", numbers({0, 12345, 0})},
-      {"a_label", texts({"", "one\ntwo", ""})},
-      {"Position", vectors},
-      {"Color", vectors},
-      {"vec", vectors},
-      {"k", texts({"", std::string(30, 'x'), std::string(31, 'y')})},
-  };
-  return QLONetwork::make(std::move(data));
+  const auto vectors =
+      testing_support::vectorArray({{0, 0, 0}, {1, 2, 3}, {0, 0, 0}}, Precision::Double);
+  return testing_support::makeNetwork(
+      3, {{0, 1}, {1, 2}}, {}, testing_support::Directed::No,
+      {
+          {"Name", texts({"alpha", "beta", "gamma"})},
+          {"b_score", numbers({0, 0.123456, 0})},
+          {"Zeta", numbers({0, 12345, 0})},
+          {"a_label", texts({"", "one\ntwo", ""})},
+          {"Position", vectors},
+          {"Color", vectors},
+          {"vec", vectors},
+          {"k", texts({"", std::string(30, 'x'), std::string(31, 'y')})},
+      });
 }
 
 TEST(VertexDetails, KeysInOrderSkippingNamePositionColourWithNumbersAndTextsFormatted) {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <vector>
 
+#include "render/fit.h"
 #include "render/pickray.h"
 
 namespace {
@@ -43,11 +44,8 @@ struct Scene {
   }
   // The window point of a world point.
   std::array<double, 2> window(const Vec3d& p) const {
-    const Matrix4 m = camera::multiply(view.projection, view.modelView);
-    std::array<double, 4> c{};
-    for (std::size_t r = 0; r < 4; ++r)
-      c[r] = m[r] * p[0] + m[4 + r] * p[1] + m[8 + r] * p[2] + m[12 + r];
-    return {(c[0] / c[3] + 1) * kSize / 2, (c[1] / c[3] + 1) * kSize / 2};
+    const camera::Projected q = camera::project(view.projection, view.modelView, p);
+    return {(q.x + 1) * kSize / 2, (q.y + 1) * kSize / 2};
   }
   std::uint64_t pick(const Vec3d& p, double region = 1) const {
     const auto w = window(p);

@@ -22,12 +22,16 @@ class RenderPaths : public OffscreenGL {
 
 // Twelve vertices on a 4 x 3 grid, apart on screen, at several depths, with
 // their own colours; edges join neighbours; vertices 2, 5 and 9 selected.
+Vec3d gridPoint(std::uint64_t i) {
+  return {-6 + 4 * static_cast<double>(i % 4), -4 + 4 * static_cast<double>(i / 4),
+          static_cast<double>(i % 3) * 2 - 2};
+}
+
 void installGrid(VXLNetworkView& view) {
   std::vector<Vec3d> at, colours;
   std::vector<std::array<std::uint64_t, 2>> edges;
   for (std::uint64_t i = 0; i < 12; ++i) {
-    const double col = static_cast<double>(i % 4), row = static_cast<double>(i / 4);
-    at.push_back({-6 + 4 * col, -4 + 4 * row, static_cast<double>(i % 3) * 2 - 2});
+    at.push_back(gridPoint(i));
     colours.push_back({0.1 + 0.07 * static_cast<double>(i), 0.9 - 0.06 * static_cast<double>(i),
                        0.3 + 0.05 * static_cast<double>(i % 5)});
     if (i % 4 != 3) edges.push_back({i, i + 1});
@@ -106,8 +110,7 @@ TEST_F(RenderPaths, BothPathsDrawTheSameScene) {
     // The lit colour at each vertex's centre (edges pass behind the spheres'
     // fronts; the shells are translucent over it).
     for (std::uint64_t i = 0; i < 12; ++i) {
-      const Vec3d p = {-6 + 4 * static_cast<double>(i % 4), -4 + 4 * static_cast<double>(i / 4),
-                       static_cast<double>(i % 3) * 2 - 2};
+      const Vec3d p = gridPoint(i);
       const Pixel a = pixelAt(legacy, view, p), b = pixelAt(shader, view, p);
       EXPECT_TRUE(near(a, b, 6)) << "vertex " << i << ": " << a << " vs " << b;
       EXPECT_FALSE(background(b, c.background)) << "vertex " << i;
@@ -119,10 +122,9 @@ TEST_F(RenderPaths, BothPathsDrawTheSameScene) {
     for (std::uint64_t i = 0; i < 12; ++i) {
       for (const std::uint64_t j : {i + 1, i + 4}) {
         if (j >= 12 || (j == i + 1 && i % 4 == 3)) continue;
-        const Vec3d p = {
-            -6 + 4 * (0.75 * static_cast<double>(i % 4) + 0.25 * static_cast<double>(j % 4)),
-            -4 + 4 * (0.75 * static_cast<double>(i / 4) + 0.25 * static_cast<double>(j / 4)),
-            0.75 * static_cast<double>(i % 3) * 2 + 0.25 * static_cast<double>(j % 3) * 2 - 2};
+        const Vec3d from = gridPoint(i), to = gridPoint(j);
+        const Vec3d p = {0.75 * from[0] + 0.25 * to[0], 0.75 * from[1] + 0.25 * to[1],
+                         0.75 * from[2] + 0.25 * to[2]};
         const Pixel a = pixelAt(legacy, view, p), b = pixelAt(shader, view, p);
         EXPECT_TRUE(near(a, b, 12)) << "edge " << i << "-" << j << ": " << a << " vs " << b;
         EXPECT_EQ(background(b, c.background), !view.showEdges()) << "edge " << i << "-" << j;

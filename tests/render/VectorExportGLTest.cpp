@@ -130,17 +130,4 @@ TEST_F(VectorExport, TheBackgroundIsAlwaysOpaque) {
             std::string::npos);
 }
 
-TEST_F(VectorExport, TheViewIsLeftAsItWas) {
-  const Image before = frame(view);
-  ASSERT_TRUE(save("other.eps", 333, 111, 4.0f).written);
-  EXPECT_FALSE(vector_export::recording());
-  EXPECT_TRUE(frame(view).rgba == before.rgba);
-}
-
-TEST_F(VectorExport, AFolderThatIsNotThereIsAnError) {
-  const ExportReport report = view.exportImageToFile(folder.path() / "no" / "x.pdf", 0, 0, 1);
-  EXPECT_FALSE(report.written);
-  EXPECT_NE(report.error.find("no/x.pdf"), std::string::npos) << report.error;
-}
-
 }  // namespace

@@ -15,32 +15,6 @@ void ensureApplication() {
 
 }  // namespace
 
-std::shared_ptr<QLOVector3dArray> vectors(const std::vector<Vec3d>& values) {
-  auto array = QLOVector3dArray::initWithSize(values.size(), Precision::Float);
-  for (std::size_t i = 0; i < values.size(); ++i) array->setVector(values[i], i);
-  return array;
-}
-
-std::shared_ptr<QLONetwork> network(std::uint64_t vertices,
-                                    const std::vector<std::array<std::uint64_t, 2>>& edges,
-                                    const std::vector<float>& weights) {
-  NetworkData data;
-  data.verticesCount = vertices;
-  for (const auto& [from, to] : edges) {
-    data.from.push_back(from);
-    data.to.push_back(to);
-  }
-  data.weights = weights;
-  data.edgeWeighted = !weights.empty();
-  return QLONetwork::make(std::move(data));
-}
-
-void install(VXLNetworkView& view, std::shared_ptr<QLONetwork> net,
-             const std::vector<Vec3d>& positions) {
-  view.setNetwork(std::move(net));
-  view.setPositions(vectors(positions));
-}
-
 void OffscreenGL::SetUp() {
   ensureApplication();
   QSurfaceFormat format;

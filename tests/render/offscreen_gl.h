@@ -15,8 +15,10 @@
 #include <ostream>
 #include <vector>
 
+#include "../support/networks.h"
 #include "render/VXLCamera.h"
 #include "render/VXLNetworkView.h"
+#include "render/fit.h"
 
 namespace gltest {
 
@@ -74,16 +76,11 @@ inline std::array<double, 2> project(const VXLNetworkView& view, const Vec3d& p,
     camera.viewWidth = width;
     camera.viewHeight = height;
   }
-  const Matrix4 m = camera::multiply(
+  const camera::Projected q = camera::project(
       camera::frustumMatrix(
           camera::frustum(camera, view.nearClipDistance(), view.farClipDistance())),
-      camera::modelView(camera, std::nullopt, view.worldRotation(), view.objectRotation()));
-  std::array<double, 4> clip{};
-  for (std::size_t row = 0; row < 4; ++row) {
-    clip[row] = m[row] * p[0] + m[4 + row] * p[1] + m[8 + row] * p[2] + m[12 + row];
-  }
-  return {(clip[0] / clip[3] + 1) * 0.5 * camera.viewWidth,
-          (clip[1] / clip[3] + 1) * 0.5 * camera.viewHeight};
+      camera::modelView(camera, std::nullopt, view.worldRotation(), view.objectRotation()), p);
+  return {(q.x + 1) * 0.5 * camera.viewWidth, (q.y + 1) * 0.5 * camera.viewHeight};
 }
 
 inline Pixel pixelAt(const Image& image, const VXLNetworkView& view, const Vec3d& p) {
@@ -91,16 +88,22 @@ inline Pixel pixelAt(const Image& image, const VXLNetworkView& view, const Vec3d
   return image.at(static_cast<int>(std::floor(w[0])), static_cast<int>(std::floor(w[1])));
 }
 
-// Looks at the origin from (0, 0, distance), without the default tilt.
 // Weighted when weights are given.
-std::shared_ptr<QLONetwork> network(std::uint64_t vertices,
-                                    const std::vector<std::array<std::uint64_t, 2>>& edges,
-                                    const std::vector<float>& weights = {});
+inline std::shared_ptr<QLONetwork> network(std::uint64_t vertices,
+                                           const testing_support::EdgeList& edges,
+                                           std::vector<float> weights = {}) {
+  return testing_support::makeNetwork(vertices, edges, std::move(weights));
+}
 
-void install(VXLNetworkView& view, std::shared_ptr<QLONetwork> network,
-             const std::vector<Vec3d>& positions);
+inline std::shared_ptr<QLOVector3dArray> vectors(const std::vector<Vec3d>& values) {
+  return testing_support::vectorArray(values);
+}
 
-std::shared_ptr<QLOVector3dArray> vectors(const std::vector<Vec3d>& values);
+inline void install(VXLNetworkView& view, std::shared_ptr<QLONetwork> net,
+                    const std::vector<Vec3d>& positions) {
+  view.setNetwork(std::move(net));
+  view.setPositions(vectors(positions));
+}
 
 // A compatibility context (2.1 or later, depth 24) current on an off-screen
 // surface, with a kSize x kSize framebuffer object bound.
