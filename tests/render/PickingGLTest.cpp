@@ -1,4 +1,4 @@
-// Picking through GL's selection buffer, clicks that pick for real, and the
+// Picking by rays from the drawn frame, clicks that pick for real, and the
 // drag rotation in the drawn frame.
 #include <functional>
 
