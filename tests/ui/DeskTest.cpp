@@ -123,6 +123,7 @@ TEST_F(Desk, ExportSheetsFollowTheirFormat) {
       dialog = window_->findChild<QFileDialog*>();
       return dialog && dialog->isVisible();
     }));
+    EXPECT_EQ(dialog->windowModality(), Qt::WindowModal) << "a sheet over the window";
     EXPECT_EQ(dialog->windowTitle(), c.title);
     EXPECT_EQ(dialog->nameFilters().front(), c.filter);
     EXPECT_TRUE(dialog->selectedFiles().value(0).endsWith(c.suffix))
