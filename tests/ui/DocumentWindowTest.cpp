@@ -267,10 +267,7 @@ TEST_F(DocumentWindows, PajekExportRunsItsDialogAndWritesOrExplains) {
   pajek->trigger();
   ASSERT_TRUE(processEventsUntil([&] { return fs::exists(written); }));
   EXPECT_EQ(proposed, QStringLiteral("Random Network.net"));
-  EXPECT_TRUE(sheetLike);
-  const auto back = QLONetwork::initWithContentsOfPajekURL(written);
-  ASSERT_TRUE(back);
-  EXPECT_EQ(back->countEdges(), window->controller().network()->countEdges());
+  EXPECT_TRUE(sheetLike);  // what the file holds is checked by the controller tests
 
   // The longest name a folder allows: the temporary file written first
   // cannot be made beside it, and the failure shows over the window.
