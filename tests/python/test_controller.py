@@ -9,6 +9,7 @@ import unittest
 import numpy as np
 
 from plexview import QLONetwork, VXLController, VXLNetworkView, VXLSelectionHandler
+from support import controller_showing
 
 
 class RegistryTest(unittest.TestCase):
@@ -64,8 +65,8 @@ class Recorder(VXLSelectionHandler):
 
 class SelectionAndPlacementTest(unittest.TestCase):
     def setUp(self):
-        self.controller = VXLController.init()
-        self.controller.setNetwork(QLONetwork.initWithEdges(6, [0, 1, 2, 4], [1, 2, 3, 5]))
+        network = QLONetwork.initWithEdges(6, [0, 1, 2, 4], [1, 2, 3, 5])
+        self.controller = controller_showing(network)
 
     def test_a_python_handler_is_kept_and_told_of_vertex_selections(self):
         c, calls = self.controller, []

@@ -10,14 +10,8 @@ import numpy as np
 
 import peers
 import plexview
-from plexview import QLONetwork, VXLController
-from support import ScratchFolderTestCase
-
-
-def controller_showing(network):
-    controller = VXLController.init()
-    controller.setNetwork(network)
-    return controller
+from plexview import QLONetwork
+from support import ScratchFolderTestCase, controller_showing
 
 
 class PositionsFileTest(ScratchFolderTestCase):

@@ -8,17 +8,13 @@ import numpy as np
 
 import plexview
 from plexview import QLONetwork, VXLNetworkView
-
-
-def random_network(vertices, degree, seed=9):
-    plexview.QLORandomGenerator.sharedRandomGenerator().setSeed(seed)
-    return QLONetwork.initRandomNetworkWithNumberOfVertices(vertices, degree)
+from support import random_network
 
 
 class ViewStepTest(unittest.TestCase):
     def test_positions_are_numpy_views_of_the_layout(self):
         view = VXLNetworkView()
-        view.setNetwork(random_network(50, 3))
+        view.setNetwork(random_network(50, 3, seed=9))
         positions = view.positions()
         table = positions.array()
         self.assertEqual((table.shape, table.dtype), ((50, 3), np.float32))
@@ -32,7 +28,7 @@ class ViewStepTest(unittest.TestCase):
 class ViewRunTest(unittest.TestCase):
     def test_timer_runs_background_batches_until_paused(self):
         view = VXLNetworkView()
-        view.setNetwork(random_network(3000, 4))
+        view.setNetwork(random_network(3000, 4, seed=9))
         view.setIterations(100000)
         before = view.positions().array().copy()
         view.start()

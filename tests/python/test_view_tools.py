@@ -3,16 +3,14 @@ maths and the tools' rules are checked in C++; this checks they are reachable
 and act on the view."""
 import unittest
 
-import plexview
-from plexview import QLONetwork, VXLController, VXLNetworkView
+from plexview import QLONetwork, VXLNetworkView
+from support import controller_showing, random_network
 
 
 class ViewToolsTest(unittest.TestCase):
     def setUp(self):
-        plexview.QLORandomGenerator.sharedRandomGenerator().setSeed(4)
-        self.network = QLONetwork.initRandomNetworkWithNumberOfVertices(40, 3)
         self.view = VXLNetworkView()
-        self.view.setNetwork(self.network)
+        self.view.setNetwork(random_network(40, 3, seed=4))
 
     def test_fit_moves_the_camera_to_the_vertices(self):
         self.view.resetCenter(500.0, 500.0, 500.0)
@@ -44,8 +42,7 @@ class ViewToolsTest(unittest.TestCase):
 class UndoTest(unittest.TestCase):
     def test_undo_and_redo_reach_the_controller(self):
         # The steps and what each puts back are checked by the C++ undo tests.
-        controller = VXLController.init()
-        controller.setNetwork(QLONetwork.initWithEdges(3, [0, 1], [1, 2]))
+        controller = controller_showing(QLONetwork.initWithEdges(3, [0, 1], [1, 2]))
         self.assertFalse(controller.canUndo())
         start_map = controller.selectedColorMap()
         controller.selectColorMap("Gray")

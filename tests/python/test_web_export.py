@@ -6,15 +6,15 @@ import json
 import os
 import unittest
 
-from plexview import QLONetwork, VXLController
-from support import ScratchFolderTestCase
+from plexview import QLONetwork
+from support import ScratchFolderTestCase, controller_showing
 
 
 class WebBundleTest(ScratchFolderTestCase):
     def setUp(self):
         super().setUp()
-        self.controller = VXLController.init()
-        self.controller.setNetwork(QLONetwork.initWithEdges(3, [0, 1], [1, 2], [0.5, 2]))
+        network = QLONetwork.initWithEdges(3, [0, 1], [1, 2], [0.5, 2])
+        self.controller = controller_showing(network)
 
     def test_the_bundle_is_written_from_the_table(self):
         self.controller.export3DTableController().reloadTable()
