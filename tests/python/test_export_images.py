@@ -9,9 +9,8 @@ import subprocess
 import unittest
 
 import plexview
-from plexview import QLONetwork, QLORandomGenerator, VXLNetworkView
-
-from support import ScratchFolderTestCase
+from plexview import VXLNetworkView
+from support import ScratchFolderTestCase, controller_showing, random_network
 
 def setUpModule():
     """Drawing needs an X display: without one, start a private Xvfb. The
@@ -34,9 +33,8 @@ def setUpModule():
 class ExportImagesTest(ScratchFolderTestCase):
     def setUp(self):
         super().setUp()
-        QLORandomGenerator.sharedRandomGenerator().setSeed(7)
         self.view = VXLNetworkView()
-        self.view.setNetwork(QLONetwork.initRandomNetworkWithNumberOfVertices(30, 4.0))
+        self.view.setNetwork(random_network(30, 4.0, seed=7))
 
     def test_the_renderer_drawing_a_picture_is_the_one_asked_for(self):
         for name in ("fixed-function", "shader"):
@@ -87,9 +85,7 @@ if __name__ == "__main__":
 
 class LegendExportTest(ScratchFolderTestCase):
     def test_exports_carry_the_readable_legend(self):
-        controller = plexview.VXLController.init()
-        QLORandomGenerator.sharedRandomGenerator().setSeed(7)
-        controller.setNetwork(QLONetwork.initRandomNetworkWithNumberOfVertices(30, 4.0))
+        controller = controller_showing(random_network(30, 4.0, seed=7))
         controller.selectColorProperty("Node Degree")
         view = controller.networkView()
         legend = view.legends()

@@ -5,22 +5,17 @@ import unittest
 
 import numpy as np
 
-import plexview
-from plexview import QLONetwork, VXLController, VXLNetworkView
-
-
-def random_network(vertices, degree, seed=3):
-    plexview.QLORandomGenerator.sharedRandomGenerator().setSeed(seed)
-    return QLONetwork.initRandomNetworkWithNumberOfVertices(vertices, degree)
+from plexview import VXLController, VXLNetworkView
+from support import random_network
 
 
 class RepulsionChoiceTest(unittest.TestCase):
     def test_automatic_by_size_until_theta_is_set(self):
         view = VXLNetworkView()
         self.assertTrue(view.automaticRepulsion())
-        view.setNetwork(random_network(500, 4))
+        view.setNetwork(random_network(500, 4, seed=3))
         self.assertEqual(view.repulsionStatus(), "Repulsion: exact")
-        view.setNetwork(random_network(20000, 2))
+        view.setNetwork(random_network(20000, 2, seed=3))
         self.assertEqual(view.repulsionStatus(), "Repulsion: Barnes\u2013Hut \u03b8 = 0.8")
         view.setBarnesHutTheta(0.0)
         self.assertFalse(view.automaticRepulsion())
@@ -30,7 +25,7 @@ class RepulsionChoiceTest(unittest.TestCase):
 
     def test_a_fixed_theta_steps_small_networks_too(self):
         view = VXLNetworkView()
-        view.setNetwork(random_network(300, 4))
+        view.setNetwork(random_network(300, 4, seed=3))
         view.setBarnesHutTheta(0.5)
         self.assertAlmostEqual(view.repulsionThetaInUse(), 0.5)
         before = view.positions().array().copy()
@@ -52,7 +47,7 @@ class RepulsionChoiceTest(unittest.TestCase):
 class MultilevelStartTest(unittest.TestCase):
     def test_places_positions_and_reports_progress(self):
         view = VXLNetworkView()
-        view.setNetwork(random_network(2000, 4))
+        view.setNetwork(random_network(2000, 4, seed=3))
         before = view.positions().array().copy()
         fractions = []
         self.assertTrue(view.multilevelStart(fractions.append))
@@ -63,7 +58,7 @@ class MultilevelStartTest(unittest.TestCase):
 
     def test_a_false_answer_stops_and_keeps_the_positions(self):
         controller = VXLController.init()
-        controller.networkView().setNetwork(random_network(1000, 4))
+        controller.networkView().setNetwork(random_network(1000, 4, seed=3))
         before = controller.positions().array().copy()
         self.assertFalse(controller.multilevelStart(lambda fraction: fraction < 0.2))
         np.testing.assert_array_equal(before, controller.positions().array())

@@ -2,8 +2,6 @@
 and out, vertices, files and their errors, and the calls made without the GIL."""
 
 import gc
-import gzip
-import os
 import unittest
 from concurrent.futures import ThreadPoolExecutor
 
@@ -155,60 +153,33 @@ class FileTest(ScratchFolderTestCase):
         network.writeToPajekURL(self.path("out.net"))
         self.assertEqual(PAJEK(self.path("out.net")).countEdges(), 4)
 
-    def test_read_errors_carry_file_and_line(self):
+    def test_read_errors_arrive_with_file_line_and_a_printable_reason(self):
+        # The readers' rules are checked in C++; this checks what a script sees.
         cases = [
-            ("bad.net", '*Vertices 3\n1 "a"\n*Edges\n1 2\n1 9\n', PAJEK, 5),
-            ("bad.graphml", "<graphml>\n<graph>\n<node id='a'/>\n</graphml>\n", GRAPHML, 4),
-            ("absent.net", None, PAJEK, 0),
+            ("bytes.net", b"*Edges\n1 2\xaf\n", plexview.openNetworkFile, 2,
+             "'2\\xAF' is not a vertex number"),
+            ("bad.graphml", b"<graphml>\n<graph>\n<node id='a'/>\n</graphml>\n", GRAPHML, 4, ""),
+            ("absent.net", None, PAJEK, 0, ""),
         ]
-        for name, text, read, line in cases:
-            with self.subTest(name=name):
-                path = self.path(name) if text is None else self.write_text(name, text)
-                with self.assertRaises(plexview.ReadError) as caught:
-                    read(path)
-                self.assertEqual((caught.exception.file, caught.exception.line), (path, line))
-
-    def test_hostile_bytes_are_refused_with_a_printable_reason(self):
-        os.mkfifo(self.path("pipe.net"))
-        cases = [
-            ("bytes.net", b"*Edges\n1 2\xaf\n", 2, "'2\\xAF' is not a vertex number"),
-            ("nul.net", b"*Edges\n1\x00 2\n", 2, "'1\\x00' is not a vertex number"),
-            ("lone.net", b"\xaf", 1, "no section header"),
-            ("wide.net", "\ufeff*Edges\n1 2\n".encode("utf-32-le"), 0, "UTF-32"),
-            ("nan.net", b"*Vertices 2\n1 a nan 0\n", 2, "'nan' is not a finite number"),
-            ("huge.net", b"*Vertices 268435456\n1 a\n", 1, "declares 268435456 vertices"),
-            ("cut.net.gz", gzip.compress(b"*Edges\n1 2\n")[:-9], 0, "ends early"),
-            ("pipe.net", None, 0, "is a pipe"),
-        ]
-        for name, data, line, reason in cases:
+        for name, data, read, line, reason in cases:
             with self.subTest(name=name):
                 path = self.path(name)
                 if data is not None:
                     with open(path, "wb") as out:
                         out.write(data)
                 with self.assertRaises(plexview.ReadError) as caught:
-                    plexview.openNetworkFile(path)
-                self.assertEqual(caught.exception.line, line)
-                self.assertIn(reason, caught.exception.reason)
-                self.assertEqual(str(caught.exception), "%s%s: %s" % (
-                    path, ", line %d" % line if line else "", caught.exception.reason))
+                    read(path)
+                error = caught.exception
+                self.assertEqual((error.file, error.line), (path, line))
+                self.assertIn(reason, error.reason)
+                self.assertEqual(str(error), "%s%s: %s" % (
+                    path, ", line %d" % line if line else "", error.reason))
 
-    def test_compressed_and_utf16_files_read_like_plain_utf8(self):
-        text = '*Network Zo\u00eb\n*Vertices 2\n1 "\u00e9t\u00e9"\n2 "caf\xe9"\n*Arcs\n1 2 0.5\n'
-        with open(self.path("plain.net"), "wb") as out:
-            out.write(text.encode("utf-8"))
-        with gzip.open(self.path("packed.net.gz"), "wb") as out:
-            out.write(text.encode("utf-8"))
-        with open(self.path("wide.net"), "wb") as out:
-            out.write("\ufeff".encode("utf-16-be") + text.encode("utf-16-be"))
-        with open(self.path("latin.net"), "wb") as out:
-            out.write(text.encode("latin-1"))
-        for name in ("plain.net", "packed.net.gz", "wide.net", "latin.net"):
-            with self.subTest(name=name):
-                network = plexview.openNetworkFile(self.path(name))
-                self.assertEqual(network.countEdges(), 1)
-                self.assertEqual(network.propertiesOfVertices()["Name"], ["\u00e9t\u00e9", "caf\xe9"])
-                self.assertEqual(network.title(), "Zo\u00eb")
+    def test_texts_of_a_file_arrive_as_python_strings(self):
+        text = '*Network Zo\u00eb\n*Vertices 2\n1 "\u00e9t\u00e9"\n2 "caf\xe9"\n'
+        network = plexview.openNetworkFile(self.write_text("plain.net", text))
+        self.assertEqual(network.propertiesOfVertices()["Name"], ["\u00e9t\u00e9", "caf\xe9"])
+        self.assertEqual(network.title(), "Zo\u00eb")
 
 
 class GilFreeTest(ScratchFolderTestCase):

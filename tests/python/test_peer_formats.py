@@ -13,7 +13,7 @@ import numpy as np
 
 import peers
 from peers import igraph, networkx, picture_of_igraph, picture_of_networkx, picture_of_plexview
-from plexview import Precision, QLONetwork, QLOVector3dArray, ReadError, VXLController
+from plexview import Precision, QLONetwork, QLOVector3dArray
 from test_peers import PeerTestCase, source_networks
 
 # networkx 2.8 reads GEXF only in the 1.1 and 1.2 namespaces; the elements
@@ -193,48 +193,6 @@ class OurFilesTest(PeerTestCase):
                 graph.vs["label"] = [html.unescape(label) for label in graph.vs["label"]]
                 found = picture_of_igraph(graph, label_attribute="label")
                 self.assert_same_labeled_picture(picture, found)
-
-
-class WindowExportTest(PeerTestCase):
-    @unittest.skipUnless(networkx, "networkx cannot be imported by this Python")
-    def test_exports_carry_the_shown_layout_and_leave_the_network(self):
-        name, picture, weighted = source_networks()[0]
-        network = peers.plexview_from_picture(picture, weighted)
-        controller = VXLController.init()
-        controller.setNetwork(network)
-        keys = network.keysForPropertiesOfVertices()
-        shown = np.stack(
-            [controller.positions().x, controller.positions().y, controller.positions().z], axis=1
-        )
-        controller.exportNetworkToGexf(self.path("shown.gexf"))
-        controller.exportNetworkToGml(self.path("shown.gml"))
-        self.assertEqual(network.keysForPropertiesOfVertices(), keys)
-        text = self.read_text("shown.gexf")
-        for new, old in GEXF_13_TO_12:
-            text = text.replace(new, old)
-        gexf = networkx.read_gexf(self.write_text("shown12.gexf", text))
-        gml = networkx.read_gml(self.path("shown.gml"), label="id")
-        for graph, where in ((gexf, lambda n: n["viz"]["position"]), (gml, lambda n: n["graphics"])):
-            found = [[where(graph.nodes[node])[axis] for axis in "xyz"] for node in graph.nodes]
-            np.testing.assert_array_equal(np.float32(found), shown)
-
-
-class BrokenFilesTest(PeerTestCase):
-    def test_errors_name_file_and_line(self):
-        cases = [
-            ("bad.gml", "graph [\n  node [ id 1 ]\n  edge [ source 1 target 2 ]\n]\n", 3,
-             "names node 2"),
-            ("bad.gexf", "<gexf>\n<graph><nodes><node id='a'>\n<viz:position x='inf' y='0'/>"
-             "</node></nodes></graph></gexf>", 3, "not a finite number"),
-            ("bad.csv", "a,b,1\nb,c,x\n", 2, "is not a number"),
-            ("no-extension", "graph [\n node [ id 0 graphics [ x nan ] ]\n]", 2, "finite"),
-        ]
-        for name, text, line, reason in cases:
-            with self.subTest(file=name), self.assertRaises(ReadError) as raised:
-                QLONetwork.initWithContentsOfURL(self.write_text(name, text))
-            self.assertEqual(raised.exception.file, self.path(name))
-            self.assertEqual(raised.exception.line, line)
-            self.assertIn(reason, raised.exception.reason)
 
 
 if __name__ == "__main__":

@@ -62,16 +62,12 @@ def write_karate_club(path):
 
 @unittest.skipUnless(PROGRAM and os.environ.get("DISPLAY"), "needs the program and a display")
 class ScriptingDocument(ScratchFolderTestCase):
-    def test_the_document_has_examples_of_each_kind(self):
-        kinds = [kind for kind, _ in examples()]
-        self.assertGreaterEqual(kinds.count("python"), 8)
-        self.assertGreaterEqual(kinds.count("sh"), 2)
-        self.assertEqual(set(kinds), {"python", "sh"})
-
     def test_every_python_example_runs_in_the_program(self):
         runnable = [
             text for kind, text in examples() if kind == "python" and not SCRIPT_FILE.match(text)
         ]
+        self.assertEqual({kind for kind, _ in examples()}, {"python", "sh"})
+        self.assertGreaterEqual(len(runnable), 8)
         record = self.path("results.json")
         driver = self.write_text(
             "driver.py", DRIVER % {"examples": json.dumps(runnable), "record": record}

@@ -6,6 +6,7 @@ import numpy as np
 
 import plexview
 from plexview import VXLNetworkView
+from support import random_network
 
 
 class ViewSceneTest(unittest.TestCase):
@@ -23,8 +24,7 @@ class ViewSceneTest(unittest.TestCase):
 
     def test_colours_are_shared_arrays(self):
         view = VXLNetworkView()
-        plexview.QLORandomGenerator.sharedRandomGenerator().setSeed(2)
-        view.setNetwork(plexview.QLONetwork.initRandomNetworkWithNumberOfVertices(10, 2.0))
+        view.setNetwork(random_network(10, 2.0, seed=2))
         colours = plexview.QLOVector3dArray.fromNumpy(np.full((10, 3), 0.5, dtype=np.float32))
         view.setColors(colours)
         np.testing.assert_array_equal(view.colors().array(), 0.5)

@@ -1,17 +1,13 @@
 // The window's desk manners: find, selection items and undo from the Edit
-// menu, the vertices table following the view, the wheel over the side
+// menu, the wheel over the side
 // panel's inputs, the export sheets per format, the Window and Help menus
 // and files dropped on the window.
 #include <gtest/gtest.h>
 
-#include <QComboBox>
 #include <QDropEvent>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QSpinBox>
-#include <QTableView>
 #include <filesystem>
 
 #include "application.h"
@@ -57,14 +53,6 @@ TEST_F(Desk, FindSelectsTheMatchesAndEditItemsUndo) {
   field->setText("AL");
   QTest::keyClick(field, Qt::Key_Return);
   EXPECT_EQ(view().selectedIndices(), (std::vector<std::uint64_t>{2}));
-
-  // The table follows the view's selection.
-  auto* table = window_->findChild<QTableView*>(QStringLiteral("verticesTable"));
-  ASSERT_TRUE(table);
-  EXPECT_TRUE(processEventsUntil([&] {
-    const QModelIndexList rows = table->selectionModel()->selectedRows(2);
-    return rows.size() == 1 && rows.front().data().toULongLong() == 2;
-  }));
 
   action("selectNeighboursAction")->trigger();
   EXPECT_EQ(view().selectedIndices(), (std::vector<std::uint64_t>{1, 2}));
@@ -123,6 +111,7 @@ TEST_F(Desk, ExportSheetsFollowTheirFormat) {
       dialog = window_->findChild<QFileDialog*>();
       return dialog && dialog->isVisible();
     }));
+    EXPECT_EQ(dialog->windowModality(), Qt::WindowModal) << "a sheet over the window";
     EXPECT_EQ(dialog->windowTitle(), c.title);
     EXPECT_EQ(dialog->nameFilters().front(), c.filter);
     EXPECT_TRUE(dialog->selectedFiles().value(0).endsWith(c.suffix))

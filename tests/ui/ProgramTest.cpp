@@ -159,14 +159,10 @@ TEST(Program, FailuresExitNonZeroWithAMessageAndNoFile) {
   const QString network = groupsFile();
   const QString png = outputFile("never-written.png");
   const QString unwritable = QStringLiteral("/nonexistent-folder/out.png");
-  // Hostile files: each failure names the file, the line and the reason.
-  auto hostile = [](const char* name, const std::string& bytes) {
-    std::ofstream(kOutput / name, std::ios::binary) << bytes;
-    return QString::fromStdString((kOutput / name).string());
-  };
-  const QString bytes = hostile("bytes.net", "*Edges\n1 2\xaf\n");
-  const QString nul = hostile("nul.net", std::string("*Edges\n1\0 2\n", 12));
-  const QString cut = hostile("cut.net.gz", std::string("\x1f\x8b\x08\0\0\0\0\0", 8));
+  // A hostile file: the failure names the file, the line and the reason in
+  // printable text (the readers' reasons are checked by the model tests).
+  std::ofstream(kOutput / "bytes.net", std::ios::binary) << "*Edges\n1 2\xaf\n";
+  const QString bytes = QString::fromStdString((kOutput / "bytes.net").string());
   struct Case {
     QStringList args;
     int exitCode;
@@ -180,8 +176,6 @@ TEST(Program, FailuresExitNonZeroWithAMessageAndNoFile) {
       {{"--render", network, "-o", png, "--color-by", "height"}, 1, "Node Degree, "},
       {{"--render", network, "-o", unwritable, "--iterations", "0"}, 1, unwritable},
       {{"--render", bytes, "-o", png}, 1, "bytes.net, line 2: '2\\xAF' is not a vertex number"},
-      {{"--render", nul, "-o", png}, 1, "nul.net, line 2: '1\\x00' is not a vertex number"},
-      {{"--render", cut, "-o", png}, 1, "cut.net.gz: the gzip data ends early"},
       {{"--render", "/dev/zero", "-o", png}, 1, "/dev/zero: is a device"},
   };
   for (const Case& c : cases) {
