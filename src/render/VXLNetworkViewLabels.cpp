@@ -61,7 +61,7 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
   if (!overlay::haveGuiApplication()) return {};
   const std::vector<std::uint64_t> shownList = shownVertices();
   std::shared_ptr<QLONetwork> net;
-  std::vector<Vec3d> points;
+  std::vector<float> xyz;  // the x, y and z planes
   std::vector<std::uint8_t> selected;
   std::string property;
   {
@@ -69,16 +69,16 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
     if (!network_ || !positions_ || positions_->count() != network_->countVertices()) return {};
     net = network_;
     const std::uint64_t V = net->countVertices();
-    std::vector<std::uint64_t> all(V);
-    for (std::uint64_t v = 0; v < V; ++v) all[v] = v;
-    points = scaledPositions(all);
+    xyz.resize(3 * V);
+    if (V > 0) positions_->copyPlanesTo(xyz.data(), xyz.data() + V, xyz.data() + 2 * V);
     if (selectedVertices_ && selectedVertices_->count() == V) {
       const std::uint8_t* mask = selectedVertices_->data<std::uint8_t>();
       selected.assign(mask, mask + V);
     }
     property = labelProperty_;
   }
-  std::vector<std::uint8_t> shown(points.size(), 0);
+  const std::size_t V = xyz.size() / 3;
+  std::vector<std::uint8_t> shown(V, 0);
   for (const std::uint64_t v : shownList) {
     if (v < shown.size()) shown[v] = 1;
   }
@@ -93,9 +93,10 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
       projection, camera::modelView(view, dragRotation(), worldRotation(), objectRotation()));
   // A ball's radius in pixels at unit distance.
   const double pixelsPerUnit = scene_shapes::kShellSize * projection[5] * height / 2;
-  std::vector<ScreenPoint> screen(points.size());
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    const auto [x, y, z] = points[i];
+  const double s = scale();
+  std::vector<ScreenPoint> screen(V);
+  for (std::size_t i = 0; i < V; ++i) {
+    const double x = xyz[i] * s, y = xyz[V + i] * s, z = xyz[2 * V + i] * s;
     const double cx = m[0] * x + m[4] * y + m[8] * z + m[12];
     const double cy = m[1] * x + m[5] * y + m[9] * z + m[13];
     const double cz = m[2] * x + m[6] * y + m[10] * z + m[14];
@@ -112,9 +113,11 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
   request.mode = mode;
   request.width = width;
   request.height = height;
+  const QFont font = labels::font();
+  request.labelHeight = labels::boxHeight(font);
   const auto text = textsOf(*net, property);
   Labels labels;
-  labels.placed = placeLabels(request, text, labels::measurer(labels::font()));
+  labels.placed = placeLabels(request, text, labels::measurer(font));
   labels.texts.reserve(labels.placed.size());
   for (const PlacedLabel& p : labels.placed) labels.texts.push_back(text(p.vertex));
   return labels;

@@ -19,11 +19,14 @@ QFont font() {
   return f;
 }
 
-std::function<LabelSize(const std::string&)> measurer(const QFont& f) {
+std::function<double(const std::string&)> measurer(const QFont& f) {
   return [metrics = QFontMetricsF(f)](const std::string& text) {
-    const double width = metrics.horizontalAdvance(QString::fromStdString(text));
-    return LabelSize{width + kHalo, metrics.height() + kHalo};
+    return metrics.horizontalAdvance(QString::fromStdString(text)) + kHalo;
   };
+}
+
+double boxHeight(const QFont& f) {
+  return QFontMetricsF(f).height() + kHalo;
 }
 
 Look lookOn(scene::Background background) {

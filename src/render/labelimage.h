@@ -19,8 +19,10 @@ namespace labels {
 inline constexpr int kPixelSize = 12;
 
 QFont font();
-// The size of a text's box in `font`, a halo's width included.
-std::function<LabelSize(const std::string&)> measurer(const QFont& font);
+// The width and the height of a text's box in `font`, a halo's width
+// included.
+std::function<double(const std::string&)> measurer(const QFont& font);
+double boxHeight(const QFont& font);
 
 struct Look {
   colour::Rgba text, halo;

@@ -77,7 +77,7 @@ const char* labelModeName(LabelMode mode) {
 
 std::vector<PlacedLabel> placeLabels(const LabelRequest& request,
                                      const std::function<std::string(std::uint64_t)>& text,
-                                     const std::function<LabelSize(const std::string&)>& measure) {
+                                     const std::function<double(const std::string&)>& width) {
   if (request.mode == LabelMode::None || request.maxLabels == 0) return {};
   const auto isSelected = [&](std::uint64_t v) {
     return v < request.selected.size() && request.selected[v] != 0;
@@ -103,12 +103,13 @@ std::vector<PlacedLabel> placeLabels(const LabelRequest& request,
     candidates.push_back({!selected, p.depth, v});
   }
 
-  // Sorted a chunk at a time: a dense picture fills up long before the
-  // farthest vertices are reached, and those are then never sorted.
+  // Sorted a chunk at a time, each twice the one before: a dense picture
+  // fills up long before the farthest vertices are reached, and those are
+  // then never sorted.
   Occupancy occupancy(request.width, request.height, request.gap);
-  const std::size_t chunk = std::max<std::size_t>(256, 4 * request.maxLabels);
+  std::size_t chunk = std::max<std::size_t>(256, 4 * request.maxLabels);
   // Measuring texts is the costly part: a picture that stays full is given
-  // up on after this many tries.
+  // up on after this many measured.
   const std::size_t maxTries = 20 * request.maxLabels;
   std::size_t tries = 0;
   for (auto begin = candidates.begin(); begin != candidates.end();) {
@@ -120,16 +121,18 @@ std::vector<PlacedLabel> placeLabels(const LabelRequest& request,
     for (auto c = begin; c != end; ++c) {
       if (occupancy.size() >= request.maxLabels || tries >= maxTries) return occupancy.take();
       const ScreenPoint& p = request.points[c->vertex];
-      const double left = p.x + p.radius + request.gap;
-      if (occupancy.covers(left, p.y)) continue;
+      // The box's left edge alone overlapping rules the label out unmeasured.
+      PlacedLabel box{c->vertex, p.x + p.radius + request.gap, p.y - request.labelHeight / 2, 0,
+                      request.labelHeight};
+      if (occupancy.overlaps(box)) continue;
       ++tries;
       const std::string label = text(c->vertex);
       if (label.empty()) continue;
-      const LabelSize size = measure(label);
-      const PlacedLabel box{c->vertex, left, p.y - size.height / 2, size.width, size.height};
+      box.width = width(label);
       if (!occupancy.overlaps(box)) occupancy.add(box);
     }
     begin = end;
+    chunk *= 2;
   }
   return occupancy.take();
 }

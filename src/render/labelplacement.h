@@ -27,10 +27,6 @@ struct ScreenPoint {
   double radius = 0;
 };
 
-struct LabelSize {
-  double width = 0, height = 0;
-};
-
 // A label's box in the picture's pixels (origin top left).
 struct PlacedLabel {
   std::uint64_t vertex = 0;
@@ -44,6 +40,7 @@ struct LabelRequest {
   std::span<const std::uint8_t> selected;  // empty: none is selected
   LabelMode mode = LabelMode::None;
   double width = 0, height = 0;  // the picture
+  double labelHeight = 0;        // every label's box is this high
   std::size_t maxLabels = 1000;
   double gap = 3;  // pixels between a vertex and its label, and kept around a label
 };
@@ -51,8 +48,8 @@ struct LabelRequest {
 // The labels to draw, in placing order: selected vertices first (in All
 // mode), then the nearest. A vertex is skipped when it is not shown, behind
 // the eye, off the picture, has an empty text or its label's box (grown by
-// `gap`) overlaps one already placed. `text` gives a vertex's text, `measure`
-// its size in pixels.
+// `gap`) overlaps one already placed. `text` gives a vertex's text, `width`
+// the width of its box in pixels (asked only of labels that may fit).
 std::vector<PlacedLabel> placeLabels(const LabelRequest& request,
                                      const std::function<std::string(std::uint64_t)>& text,
-                                     const std::function<LabelSize(const std::string&)>& measure);
+                                     const std::function<double(const std::string&)>& width);

@@ -10,9 +10,9 @@
 
 namespace {
 
-// Every text is 40 x 10 pixels.
-LabelSize fixedSize(const std::string&) {
-  return {40, 10};
+// Every text is 40 pixels wide (and 10 high).
+double fixedWidth(const std::string&) {
+  return 40;
 }
 std::string numbered(std::uint64_t v) {
   std::string text = "v";
@@ -22,7 +22,7 @@ std::string numbered(std::uint64_t v) {
 
 std::vector<std::uint64_t> placedVertices(const LabelRequest& request) {
   std::vector<std::uint64_t> vertices;
-  for (const PlacedLabel& p : placeLabels(request, numbered, fixedSize)) {
+  for (const PlacedLabel& p : placeLabels(request, numbered, fixedWidth)) {
     vertices.push_back(p.vertex);
   }
   return vertices;
@@ -35,6 +35,7 @@ LabelRequest request(const std::vector<ScreenPoint>& points, LabelMode mode) {
   r.width = 400;
   r.height = 300;
   r.gap = 2;
+  r.labelHeight = 10;
   return r;
 }
 
@@ -51,7 +52,7 @@ TEST(LabelPlacement, OverlapKeepsTheNearestAndDropsHiddenOnes) {
   EXPECT_EQ(placedVertices(all), (std::vector<std::uint64_t>{1, 2}));
 
   // A box sits beside its vertex, clear of the ball, centred on it.
-  const std::vector<PlacedLabel> placed = placeLabels(all, numbered, fixedSize);
+  const std::vector<PlacedLabel> placed = placeLabels(all, numbered, fixedWidth);
   ASSERT_FALSE(placed.empty());
   EXPECT_EQ(placed[0], (PlacedLabel{1, 105 + 4 + 2, 102 - 5, 40, 10}));
 
