@@ -1,11 +1,10 @@
-// Label placement: which labels survive overlap, depth, the picture's edges
-// and the mode, and the part of a picture a tile's window shows.
+// Label placement: which labels survive overlap, depth, the picture's edges,
+// the mode and the cap.
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "render/imagetiles.h"
 #include "render/labelplacement.h"
 
 namespace {
@@ -92,23 +91,6 @@ TEST(LabelPlacement, ModesAndCap) {
   EXPECT_EQ(kept.front(), 0u);
   EXPECT_EQ(kept[1], 300u);
   EXPECT_EQ(kept.back(), 338u);
-}
-
-TEST(LabelPlacement, ModeNames) {
-  for (const LabelMode mode : {LabelMode::None, LabelMode::Selected, LabelMode::All}) {
-    EXPECT_EQ(labelModeFromName(labelModeName(mode)), mode);
-  }
-  EXPECT_FALSE(labelModeFromName("All"));
-  EXPECT_FALSE(labelModeFromName(""));
-}
-
-TEST(TileRegion, InvertsTheTileWindow) {
-  const ImageTile tile{100, 50, 64, 32};  // lower left corner, GL's origin
-  const auto [x, y, w, h] = windowRegion(tileWindow(tile, 400, 300), 400, 300);
-  EXPECT_NEAR(x, 100, 1e-9);
-  EXPECT_NEAR(y, 300 - 50 - 32, 1e-9);
-  EXPECT_NEAR(w, 64, 1e-9);
-  EXPECT_NEAR(h, 32, 1e-9);
 }
 
 }  // namespace
