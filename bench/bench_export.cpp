@@ -1,7 +1,7 @@
 // Time to export the view of a 10,000-vertex, 40,000-edge network: a
 // 4,000 x 4,000 PNG (drawn whole, and drawn in 1,024-pixel tiles) and a PDF
-// recorded through gl2ps. No context is current, so the exports run the way
-// a script's do. Needs an X display:
+// recorded through gl2ps; and placing vertex labels. No context is current, so the exports run the
+// way a script's do. Needs an X display:
 //   xvfb-run -a -s "-screen 0 1024x768x24" build/bench/bench_export
 #include <benchmark/benchmark.h>
 
@@ -61,6 +61,27 @@ void BM_Pdf(benchmark::State& state) {
   exportOnce(state, "plexview-bench.pdf", 1000, 1000);
 }
 BENCHMARK(BM_Pdf)->Iterations(1)->Unit(benchmark::kSecond);
+
+// Placing the labels of every vertex over a 1920 x 1080 picture (what the
+// window does each frame with View > Labels > All): projection, the
+// nearest-first order and the overlap tests, fonts measured with Qt. No GL.
+void BM_PlaceLabels(benchmark::State& state) {
+  QLORandomGenerator::sharedRandomGenerator().setSeed(7);
+  VXLNetworkView view;
+  view.setNetwork(QLONetwork::initRandomNetworkWithNumberOfVertices(
+      static_cast<std::uint64_t>(state.range(0)), 4.0));
+  view.prepareFrame();
+  VXLCamera camera = view.camera();
+  camera.viewWidth = 1920;
+  camera.viewHeight = 1080;
+  view.setCamera(camera);
+  view.zoomToFit();
+  view.setShowLabels(LabelMode::All);
+  std::size_t placed = 0;
+  for (auto _ : state) placed = view.placedLabels(1920, 1080).placed.size();
+  state.counters["labels"] = static_cast<double>(placed);
+}
+BENCHMARK(BM_PlaceLabels)->Arg(10000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

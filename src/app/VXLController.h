@@ -134,6 +134,8 @@ class VXLController {
   void setEdgesIntensity(float v) { forward(&VXLNetworkView::setEdgesIntensity, v); }
   float verticesIntensity() const { return view_->verticesIntensity(); }
   void setVerticesIntensity(float v) { forward(&VXLNetworkView::setVerticesIntensity, v); }
+  LabelMode showLabels() const { return view_->showLabels(); }
+  void setShowLabels(LabelMode v) { forward(&VXLNetworkView::setShowLabels, v); }
   bool showLegends() const { return view_->showLegends(); }
   void setShowLegends(bool v) { forward(&VXLNetworkView::setShowLegends, v); }
   bool limitNodes() const { return view_->limitNodes(); }

@@ -28,6 +28,7 @@
 #include "quillo/QLOVector3dArray.h"
 #include "render/VXLCamera.h"
 #include "render/exportreport.h"
+#include "render/labelplacement.h"
 #include "render/legendstyle.h"
 #include "render/renderer.h"
 
@@ -346,6 +347,27 @@ class VXLNetworkView {
     noteChange();
   }
 
+  // --- Vertex labels (VXLNetworkViewLabels.cpp) ---
+  // Which vertices have their label drawn beside them (None by default), in
+  // the window and in exported pictures and documents. Where labels would
+  // overlap, the nearer vertex keeps its label (a selected one first).
+  LabelMode showLabels() const { return options_.labels.load(kRelaxed); }
+  void setShowLabels(LabelMode mode) {
+    options_.labels.store(mode, kRelaxed);
+    noteChange();
+  }
+  // The vertex property the labels show; empty (the default) means "Name".
+  // A network without the property shows its "Name", else vertex numbers.
+  std::string labelProperty() const;
+  void setLabelProperty(const std::string& name);
+  // The labels a width x height picture of the view as it is now shows:
+  // their boxes (pixels, origin top left) and texts, in placing order.
+  struct Labels {
+    std::vector<PlacedLabel> placed;
+    std::vector<std::string> texts;
+  };
+  Labels placedLabels(double width, double height) const;
+
   // --- Camera ---
   VXLCamera camera() const;
   void setCamera(const VXLCamera& camera);
@@ -561,7 +583,8 @@ class VXLNetworkView {
   void setLegends(std::shared_ptr<VXLLegends> legends);
   float legendsHeight() const { return overlays_.legendsHeight.load(kRelaxed); }
   void setLegendsHeight(float value);
-  // GL: draws the enabled texts in pixel coordinates over the viewport.
+  // GL: draws the vertex labels and the enabled texts in pixel coordinates
+  // over the viewport.
   void drawInfo();
   // The same over a width x height picture drawn in tiles: `window` maps the
   // whole picture's clip volume onto the tile's viewport (tileWindow).
@@ -645,6 +668,11 @@ class VXLNetworkView {
   // While a gl2ps page records: the legend as an image with its texts kept
   // as text, placed as drawInfo places it on a width x height picture.
   void recordLegend(double width, double height);
+  // The labels over the part of a width x height picture that `window`
+  // shows, in drawInfo's pixel coordinates (GL); and as text into a gl2ps
+  // page of that size.
+  void drawLabels(double width, double height, const Matrix4& window);
+  void recordLabels(double width, double height);
 
  private:
   static constexpr auto kRelaxed = std::memory_order_relaxed;
@@ -721,7 +749,9 @@ class VXLNetworkView {
     std::atomic<float> scale{1.0f};
     std::atomic<float> nearClip{1.0f};
     std::atomic<float> farClip{2000.0f};
+    std::atomic<LabelMode> labels{LabelMode::None};
   } options_;
+  std::string labelProperty_;  // under lock_
 
   VXLCamera camera_;         // under lock_
   Rotation worldRotation_;   // under lock_

@@ -267,6 +267,7 @@ void VXLNetworkView::exportVector(ExportReport& report, float lineWidth) {
     setLineWidth(lineWidth);
     drawCommands();
     setLineWidth(ownLineWidth);
+    recordLabels(report.width, report.height);
     recordLegend(report.width, report.height);
     if (report.format == ExportFormat::Ps) {
       guard.unlock();

@@ -237,6 +237,8 @@ void VXLNetworkView::drawInfo(const double w, const double h, const Matrix4& win
   glTranslated(-w / 2, -h / 2, 0.0);
   glColor4f(1, 1, 1, 1);
 
+  // Under the other overlays: the labels belong to the scene.
+  drawLabels(w, h, window);
   const Look grey{kStandardAttributes, GLString::kWhite, kGreyBox, kGreyBorder};
   if (cameraInfo() && !texts.camera.empty()) {
     GLString& text = textTexture(overlays_.camTex, texts.camera, grey);

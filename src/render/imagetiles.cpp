@@ -31,3 +31,12 @@ Matrix4 tileWindow(const ImageTile& tile, int width, int height) {
   m[13] = -sy * (y0 + y1) / 2.0;
   return m;
 }
+
+std::array<double, 4> windowRegion(const Matrix4& window, double width, double height) {
+  // The window maps [x0, x1] to [-1, 1] by x' = sx x + tx; likewise for y.
+  const double x0 = (-1 - window[12]) / window[0], x1 = (1 - window[12]) / window[0];
+  const double y0 = (-1 - window[13]) / window[5], y1 = (1 - window[13]) / window[5];
+  const double left = (x0 + 1) / 2 * width, right = (x1 + 1) / 2 * width;
+  const double top = (1 - y1) / 2 * height, bottom = (1 - y0) / 2 * height;
+  return {left, top, right - left, bottom - top};
+}

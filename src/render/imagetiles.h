@@ -2,6 +2,7 @@
 // Splitting a picture larger than the GL implementation allows into tiles
 // drawn one after another, each through its own window on the projection.
 // Plain arithmetic, no GL.
+#include <array>
 #include <vector>
 
 #include "render/VXLCamera.h"
@@ -21,3 +22,8 @@ std::vector<ImageTile> imageTiles(int width, int height, int maxSide);
 // picture, maps the tile's part of the clip volume onto the whole clip
 // volume, so a tile-sized viewport shows just that part.
 Matrix4 tileWindow(const ImageTile& tile, int width, int height);
+
+// The part of a width x height picture a window (as tileWindow makes it, or
+// the identity for the whole picture) shows, in pixels with the origin at
+// the top left: {left, top, width, height}.
+std::array<double, 4> windowRegion(const Matrix4& window, double width, double height);

@@ -3,6 +3,7 @@
 #include <GL/gl.h>
 #include <gl2ps.h>
 
+#include <QString>
 #include <cmath>
 
 namespace vector_export {
@@ -11,6 +12,7 @@ namespace {
 // gl2ps keeps one recording context per process; the exports run on the
 // main thread.
 bool gRecording = false;
+ExportFormat gFormat = ExportFormat::Pdf;
 
 constexpr const char* kProducer = "Plexview";
 
@@ -36,6 +38,7 @@ bool beginPage(const std::string& title, ExportFormat format, std::int64_t buffe
                                      GL2PS_SIMPLE_SORT, options, GL_RGBA, 0, nullptr, 0, 0, 0,
                                      static_cast<GLint>(bufferSize), stream, title.c_str());
   gRecording = state == GL2PS_SUCCESS;
+  gFormat = format;
   return gRecording;
 }
 
@@ -71,8 +74,46 @@ void image(int width, int height, const float* rgb) {
 void text(const std::string& text, double pointSize, const float (&rgba)[4]) {
   if (!gRecording) return;
   GL2PSrgba colour = {rgba[0], rgba[1], rgba[2], rgba[3]};
-  gl2psTextOptColor(text.c_str(), "Helvetica", static_cast<GLshort>(std::lround(pointSize)),
+  const std::string safe = documentText(text, gFormat);
+  gl2psTextOptColor(safe.c_str(), "Helvetica", static_cast<GLshort>(std::lround(pointSize)),
                     GL2PS_TEXT_CL, 0.0f, colour);
+}
+
+std::string documentText(const std::string& text, ExportFormat format) {
+  std::string out;
+  if (format == ExportFormat::Svg) {
+    for (const char c : text) {
+      switch (c) {
+        case '&':
+          out += "&amp;";
+          break;
+        case '<':
+          out += "&lt;";
+          break;
+        case '>':
+          out += "&gt;";
+          break;
+        default:
+          out += c;
+      }
+    }
+    return out;
+  }
+  // Decomposed, an accented letter is its base letter and combining marks.
+  const QString decomposed = QString::fromStdString(text).normalized(QString::NormalizationForm_KD);
+  for (const QChar c : decomposed) {
+    if (c.category() == QChar::Mark_NonSpacing) continue;
+    if (c.isLowSurrogate()) continue;  // its high half already gave a "?"
+    const char16_t u = c.unicode();
+    if (u >= 0x80 || u < 0x20) {
+      out += '?';
+      continue;
+    }
+    const char a = static_cast<char>(u);
+    if (a == '(' || a == ')' || a == '\\') out += '\\';
+    out += a;
+  }
+  return out;
 }
 
 }  // namespace vector_export

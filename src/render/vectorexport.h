@@ -41,8 +41,14 @@ void lineWidthMarker(float width);
 // While recording: an RGB image of floats, bottom row first, with its lower
 // left corner at the current raster position.
 void image(int width, int height, const float* rgb);
-// While recording: `text` in Helvetica of `pointSize`, its left edge at the
-// current raster position and vertically centred on it.
+// While recording: `text` (UTF-8) in Helvetica of `pointSize`, its left edge
+// at the current raster position and vertically centred on it.
 void text(const std::string& text, double pointSize, const float (&rgba)[4]);
+
+// gl2ps writes texts into the document as they stand: `text` made safe for
+// `format`. SVG escapes XML's markup characters; PDF and PostScript escape
+// their string delimiters and, as their Helvetica has no Unicode, lose
+// accents and put "?" for any other non-ASCII character.
+std::string documentText(const std::string& text, ExportFormat format);
 
 }  // namespace vector_export

@@ -127,7 +127,7 @@ def _colour_by(controller, color_by):
 def render(network: QLONetwork, path: str | _os.PathLike, size: tuple[int, int] = (1600, 1200),
            color_by: str | _Any = None, positions: _Any = None, steps: int = 500,
            theta: float | None = None, seed: int | None = None,
-           line_width: float | None = None) -> str:
+           line_width: float | None = None, labels: str = "none") -> str:
     """Draws the network into a file and answers the path written.
 
     The extension picks the format: png, jpg/jpeg, tif/tiff, bmp, gif
@@ -138,11 +138,14 @@ def render(network: QLONetwork, path: str | _os.PathLike, size: tuple[int, int] 
     colour map, a text property by category, or one of "Node Degree",
     "Node InDegree", "Node Strength" ...), or gives one number or text per
     vertex; None keeps the colouring by degree. line_width is the edge width
-    in pixels (None: the program's default).
+    in pixels (None: the program's default). labels is "none", "selected" or
+    "all": which vertices have their name written beside them.
 
     As in a window, the drawn positions are kept in the network's "Position"
     property. Drawing needs a display: without one, RuntimeError says to
     run under xvfb-run. OSError when the file cannot be written."""
+    if labels not in ("none", "selected", "all"):
+        raise ValueError('labels must be "none", "selected" or "all", not %r' % (labels,))
     if not _has_display():
         raise RuntimeError(
             "plexview.render draws with OpenGL and needs a display, but DISPLAY is not set; "
@@ -160,6 +163,7 @@ def render(network: QLONetwork, path: str | _os.PathLike, size: tuple[int, int] 
         if color_by is not None:
             _colour_by(controller, color_by)
         view = controller.networkView()
+        view.setShowLabels(labels)
         view.prepareFrame()
         if line_width is None:
             line_width = controller.viewLineWidth()

@@ -336,6 +336,8 @@ void DocumentWindow::buildViewMenu() {
   sidePanelAction_->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S));
   connect(sidePanelAction_, &QAction::triggered, this, &DocumentWindow::setSidePanelShown);
   addFramingActions(menu, view_);
+  menu->addSeparator();
+  addLabelsMenu(menu, view_, *controller_);
 }
 
 void DocumentWindow::selectionDidChange() {

@@ -1,6 +1,7 @@
 #include "ui/deskactions.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QApplication>
 #include <QDropEvent>
 #include <QFileInfo>
@@ -33,6 +34,37 @@ void addFramingActions(QMenu* view, NetworkViewWidget* widget) {
   QObject::connect(frame, &QAction::triggered, widget, [widget] {
     widget->view().frameSelection();
     widget->update();
+  });
+}
+
+void addLabelsMenu(QMenu* view, NetworkViewWidget* widget, VXLController& controller) {
+  QMenu* labels = view->addMenu(QObject::tr("&Labels"));
+  labels->setObjectName(QStringLiteral("labelsMenu"));
+  auto* group = new QActionGroup(labels);
+  group->setExclusive(true);
+  struct Item {
+    const char* text;
+    const char* name;
+    LabelMode mode;
+  };
+  const Item items[] = {{"&None", "labelsNoneAction", LabelMode::None},
+                        {"&Selected", "labelsSelectedAction", LabelMode::Selected},
+                        {"&All", "labelsAllAction", LabelMode::All}};
+  for (const Item& item : items) {
+    QAction* action = labels->addAction(QObject::tr(item.text));
+    action->setObjectName(QString::fromLatin1(item.name));
+    action->setCheckable(true);
+    action->setData(static_cast<int>(item.mode));
+    group->addAction(action);
+    QObject::connect(action, &QAction::triggered, widget, [widget, &controller, mode = item.mode] {
+      controller.setShowLabels(mode);
+      widget->update();
+    });
+  }
+  QObject::connect(labels, &QMenu::aboutToShow, labels, [labels, &controller] {
+    for (QAction* action : labels->actions()) {
+      action->setChecked(action->data().toInt() == static_cast<int>(controller.showLabels()));
+    }
   });
 }
 

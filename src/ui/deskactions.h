@@ -16,6 +16,10 @@ class NetworkViewWidget;
 // View > Fit All (Home, F) and Frame Selection (Shift+F).
 void addFramingActions(QMenu* view, NetworkViewWidget* widget);
 
+// View > Labels: None, Selected or All, one checked (the view's mode each
+// time the menu opens).
+void addLabelsMenu(QMenu* view, NetworkViewWidget* widget, VXLController& controller);
+
 // A bar with a text field: Return selects the vertices whose name or a text
 // property contains the text and frames them; Escape hides the bar.
 class FindBar : public QToolBar {

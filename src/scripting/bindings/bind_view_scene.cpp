@@ -4,6 +4,8 @@
 
 #include <pybind11/stl.h>
 
+#include <optional>
+#include <string>
 #include <tuple>
 
 #include "render/VXLNetworkView.h"
@@ -84,6 +86,40 @@ void bindViewScene(py::module_& m, ViewClass& cls) {
          &VXLNetworkView::setNearClipDistance);
   option(cls, "farClipDistance", "setFarClipDistance", &VXLNetworkView::farClipDistance,
          &VXLNetworkView::setFarClipDistance);
+
+  cls.def(
+      "showLabels", [](const VXLNetworkView& v) { return labelModeName(v.showLabels()); },
+      "Which vertices show their label: \"none\", \"selected\" or \"all\".");
+  cls.def(
+      "setShowLabels",
+      [](VXLNetworkView& v, const std::string& mode) {
+        const std::optional<LabelMode> parsed = labelModeFromName(mode);
+        if (!parsed) {
+          throw py::value_error("labels mode must be \"none\", \"selected\" or \"all\", not \"" +
+                                mode + "\"");
+        }
+        v.setShowLabels(*parsed);
+      },
+      py::arg("mode"),
+      "Draws labels beside no vertex, the selected ones or all (nearest first where they "
+      "would overlap).");
+  cls.def("labelProperty", &VXLNetworkView::labelProperty,
+          "The vertex property the labels show (\"\": Name, else the vertex number).");
+  cls.def(
+      "setLabelProperty",
+      [](VXLNetworkView& v, const std::string& name) {
+        const std::shared_ptr<QLONetwork> net = v.network();
+        if (net && !name.empty() && propertyCount(net->propertyForKey(name)) == 0) {
+          std::string known;
+          for (const std::string& key : net->keysForPropertiesOfVertices()) {
+            known += (known.empty() ? "" : ", ") + key;
+          }
+          throw py::value_error("the network has no vertex property \"" + name +
+                                "\" (it has: " + known + ")");
+        }
+        v.setLabelProperty(name);
+      },
+      py::arg("name"), "Labels show this vertex property (\"\": Name).");
 
   cls.def("colors", &VXLNetworkView::colors);
   cls.def("setColors", &VXLNetworkView::setColors, py::arg("colors"),

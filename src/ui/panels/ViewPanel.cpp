@@ -1,6 +1,7 @@
 #include "ui/panels/ViewPanel.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QGridLayout>
@@ -65,6 +66,7 @@ ViewPanel::ViewPanel(std::shared_ptr<VXLController> controller, QWidget* parent)
   new QFormLayout(this);
   addSwitches();
   addNumbers();
+  addLabels();
 }
 
 void ViewPanel::addSwitches() {
@@ -134,7 +136,21 @@ void ViewPanel::addNumbers() {
       [&c, f](double v) { c.setViewLegendSize(f(v)); });
 }
 
+void ViewPanel::addLabels() {
+  labels_ = new QComboBox(this);
+  labels_->setObjectName(QStringLiteral("showLabels"));
+  // In LabelMode's order: an item's index is its mode.
+  labels_->addItems({tr("None"), tr("Selected"), tr("All")});
+  connect(labels_, &QComboBox::currentIndexChanged, this,
+          [this](int index) { controller_->setShowLabels(static_cast<LabelMode>(index)); });
+  static_cast<QFormLayout*>(layout())->addRow(tr("Labels:"), labels_);
+}
+
 void ViewPanel::refresh() {
+  {
+    const QSignalBlocker block(labels_);
+    labels_->setCurrentIndex(static_cast<int>(controller_->showLabels()));
+  }
   for (const auto& [box, get] : switches_) {
     const QSignalBlocker block(box);
     box->setChecked(get());

@@ -1,13 +1,15 @@
 #pragma once
 // The view panel: the drawing switches, the overlays and the capability
-// report, the intensities, scale, clipping distances, line width and legend
-// size. Each control goes through the controller's setter where there is one.
+// report, the intensities, scale, clipping distances, line width, legend
+// size and which vertices show labels. Each control goes through the controller's setter where
+// there is one.
 #include <QWidget>
 #include <functional>
 #include <memory>
 #include <vector>
 
 class QCheckBox;
+class QComboBox;
 class QDoubleSpinBox;
 class VXLController;
 
@@ -28,10 +30,12 @@ class ViewPanel : public QWidget {
   };
   void addSwitches();
   void addNumbers();
+  void addLabels();
 
   std::shared_ptr<VXLController> controller_;
   std::vector<Bound<QCheckBox, bool>> switches_;
   std::vector<Bound<QDoubleSpinBox, double>> numbers_;
+  QComboBox* labels_ = nullptr;
 };
 
 }  // namespace ui
