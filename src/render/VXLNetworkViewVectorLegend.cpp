@@ -56,8 +56,8 @@ void VXLNetworkView::recordLegend(double width, double height) {
   glMatrixMode(GL_MODELVIEW);
   glPushMatrix();
   glLoadIdentity();
-  glRasterPos3d(kInset, kInset, kImageDepth);
-  vector_export::image(image.width(), image.height(), rgb.data());
+  vector_export::image({kInset, kInset, kImageDepth, {background.r, background.g, background.b}},
+                       image.width(), image.height(), rgb.data());
   for (const legend::PlacedText& t : texts) {
     glRasterPos3d(kInset + t.x, kInset + t.y, kTextDepth);
     const float colour[4] = {t.colour.r, t.colour.g, t.colour.b, t.colour.a};

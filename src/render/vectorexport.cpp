@@ -6,6 +6,8 @@
 #include <QString>
 #include <cmath>
 
+#include "render/imagerects.h"
+
 namespace vector_export {
 namespace {
 
@@ -67,8 +69,29 @@ void lineWidthMarker(float width) {
   if (gRecording) gl2psLineWidth(width);
 }
 
-void image(int width, int height, const float* rgb) {
-  if (gRecording) gl2psDrawPixels(width, height, 0, 0, GL_RGB, GL_FLOAT, rgb);
+void image(const ImagePlace& place, int width, int height, const float* rgb) {
+  if (!gRecording) return;
+  if (gFormat != ExportFormat::Svg) {
+    glRasterPos3d(place.x, place.y, place.depth);
+    gl2psDrawPixels(width, height, 0, 0, GL_RGB, GL_FLOAT, rgb);
+    return;
+  }
+  glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT);
+  glDisable(GL_LIGHTING);
+  glDisable(GL_TEXTURE_2D);
+  glDisable(GL_CULL_FACE);
+  glBegin(GL_QUADS);
+  for (const image_rects::Rect& r : image_rects::rectangles(width, height, rgb, place.background)) {
+    glColor3f(r.rgb[0], r.rgb[1], r.rgb[2]);
+    const double x0 = place.x + r.x0, x1 = place.x + r.x1;
+    const double y0 = place.y + r.y0, y1 = place.y + r.y1;
+    glVertex3d(x0, y0, place.depth);
+    glVertex3d(x1, y0, place.depth);
+    glVertex3d(x1, y1, place.depth);
+    glVertex3d(x0, y1, place.depth);
+  }
+  glEnd();
+  glPopAttrib();
 }
 
 void text(const std::string& text, double pointSize, const float (&rgba)[4]) {

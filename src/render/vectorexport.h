@@ -3,6 +3,7 @@
 // call pair, and the pass-through markers the drawing code emits while a
 // page is being recorded (gl2ps cannot see blending or line widths in GL's
 // feedback).
+#include <array>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -39,8 +40,14 @@ void beginBlendMarker();
 void lineWidthMarker(float width);
 
 // While recording: an RGB image of floats, bottom row first, with its lower
-// left corner at the current raster position.
-void image(int width, int height, const float* rgb);
+// left corner at (x, y, depth) in the current coordinates (pixels). SVG
+// documents get it as rectangles of one colour, leaving out the pixels of
+// the page's `background`.
+struct ImagePlace {
+  double x, y, depth;
+  std::array<float, 3> background;
+};
+void image(const ImagePlace& place, int width, int height, const float* rgb);
 // While recording: `text` (UTF-8) in Helvetica of `pointSize`, its left edge
 // at the current raster position and vertically centred on it.
 void text(const std::string& text, double pointSize, const float (&rgba)[4]);

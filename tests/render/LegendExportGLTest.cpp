@@ -36,13 +36,25 @@ TEST_F(LegendExport, DocumentsKeepTitleAndTicksAsText) {
     EXPECT_NE(text.find(word), std::string::npos) << word << " in: " << text;
   }
   ASSERT_TRUE(save("legend.svg", 300, 300).written);
-  EXPECT_NE(bytesOf(folder.path() / "legend.svg").find("Node Degree"), std::string::npos);
+  const std::string svg = bytesOf(folder.path() / "legend.svg");
+  EXPECT_NE(svg.find("Node Degree"), std::string::npos);
 
   // Hidden legends stay out; the window's own style is back after export.
   EXPECT_EQ(view.legends()->style(), LegendStyle::Rows);
   view.setShowLegends(false);
   ASSERT_TRUE(save("bare.pdf", 300, 300).written);
   EXPECT_EQ(pdfText(folder.path() / "bare.pdf").find("Node Degree"), std::string::npos);
+  // SVG carries no pictures here: the bar is drawn as shapes, a few dozen
+  // rows of colour.
+  ASSERT_TRUE(save("bare.svg", 300, 300).written);
+  const auto shapes = [](const std::string& document) {
+    std::size_t count = 0;
+    for (auto at = document.find("<polygon"); at != std::string::npos;
+         at = document.find("<polygon", at + 1))
+      ++count;
+    return count;
+  };
+  EXPECT_GT(shapes(svg), shapes(bytesOf(folder.path() / "bare.svg")) + 20);
 }
 
 TEST_F(LegendExport, PicturesWithoutTextsStillShowTheLegend) {
