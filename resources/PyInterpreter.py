@@ -215,9 +215,10 @@ def pictureWriter(view, output):
     return lambda width, height, lineWidth: view.exportImageToFile(output, width, height, lineWidth)
 
 
-def renderFile(file, output, iterations=200, width=800, height=600, colorBy=""):
+def renderFile(file, output, iterations=200, width=800, height=600, colorBy="", labels="none"):
     """plexview --render: reads the network file, lays it out for
-    `iterations` steps, colours it (by `colorBy` when given) and writes the
+    `iterations` steps, colours it (by `colorBy` when given), labels its
+    vertices as `labels` says ("none", "selected", "all") and writes the
     picture. Answers the program's exit status; a failure prints why."""
     file, output = os.fspath(file), os.fspath(output)
     try:
@@ -227,6 +228,7 @@ def renderFile(file, output, iterations=200, width=800, height=600, colorBy=""):
         if colorBy:
             colourBy(controller, colorBy)
         view = controller.networkView()
+        view.setShowLabels(labels)
         write = pictureWriter(view, output)
         layOut(view, iterations, os.path.basename(file))
         write(width, height, controller.viewLineWidth())

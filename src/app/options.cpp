@@ -43,8 +43,9 @@ ParsedOptions refuse(std::string reason) {
 
 // The options followed by a value.
 bool takesValue(std::string_view option) {
-  static constexpr std::string_view kWithValue[] = {
-      "--snapshot", "--steps", "--size", "--run", "--render", "-o", "--iterations", "--color-by"};
+  static constexpr std::string_view kWithValue[] = {"--snapshot",   "--steps",    "--size",
+                                                    "--run",        "--render",   "-o",
+                                                    "--iterations", "--color-by", "--labels"};
   return std::find(std::begin(kWithValue), std::end(kWithValue), option) != std::end(kWithValue);
 }
 
@@ -59,6 +60,7 @@ bool isPictureName(const std::filesystem::path& file) {
 // Which options appeared: the checks after the loop look at combinations.
 struct Given {
   bool steps = false, iterations = false, size = false, output = false, colorBy = false;
+  bool labels = false;
   bool snapshot = false, render = false;
   std::filesystem::path renderFile;
 };
@@ -84,6 +86,13 @@ std::string takeValue(const std::string& option, const std::string& value, Optio
     if (value.empty()) return "--color-by needs a property name";
     given.colorBy = true;
     options.colorBy = value;
+  } else if (option == "--labels") {
+    // Nothing is selected in a render: its labels are all or none.
+    if (value != "none" && value != "all") {
+      return "--labels takes none or all, not " + value;
+    }
+    given.labels = true;
+    options.labels = value;
   } else if (option == "--steps" || option == "--iterations") {
     const auto steps = parseNumber<std::uint64_t>(value);
     if (!steps) return option + " needs a whole number of steps, not " + value;
@@ -106,8 +115,8 @@ std::string checkCombination(Options& options, const Given& given) {
   if (given.size && !given.snapshot && !given.render) {
     return "--size applies to --snapshot and --render only";
   }
-  if ((given.iterations || given.output || given.colorBy) && !given.render) {
-    return "--iterations, -o and --color-by apply to --render only";
+  if ((given.iterations || given.output || given.colorBy || given.labels) && !given.render) {
+    return "--iterations, -o, --color-by and --labels apply to --render only";
   }
   if (!options.script.empty() && (given.snapshot || given.render)) {
     return "--run applies to the window mode only, not to --snapshot or --render";
@@ -182,10 +191,10 @@ std::string usageText() {
   return "Usage: plexview [--run SCRIPT.py] [FILE]...\n"
          "  or:  plexview --snapshot OUT.png [--steps N] [--size WxH] [FILE]\n"
          "  or:  plexview --render FILE -o OUT.png|OUT.pdf|OUT.svg [--iterations N]\n"
-         "                [--size WxH] [--color-by PROPERTY]\n"
-         "View complex networks in 3-D. Each FILE (Pajek .net/.paj or GraphML) opens\n"
-         "in a window of its own; without one a random network of 2000 vertices is\n"
-         "generated.\n"
+         "                [--size WxH] [--color-by PROPERTY] [--labels MODE]\n"
+         "View complex networks in 3-D. Each FILE (Pajek, GraphML, GML, GEXF or an\n"
+         "edge list; gzip-compressed or not) opens in a window of its own; without\n"
+         "one a random network of 2000 vertices is generated.\n"
          "\n"
          "      --run SCRIPT.py      run a Python script once the first window is open\n"
          "      --snapshot OUT.png   lay the network out and write one frame as a PNG\n"
@@ -197,6 +206,7 @@ std::string usageText() {
          "      --iterations N       layout steps before the render (default 200)\n"
          "      --color-by PROPERTY  the vertex property the render colours by\n"
          "                           (default: the degree)\n"
+         "      --labels MODE        vertex names on the render: none (default) or all\n"
          "      --size WxH           picture size in pixels (default 800x600)\n"
          "  -h, --help               show this help and exit\n"
          "      --version            show the version and exit\n"

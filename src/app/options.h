@@ -3,10 +3,11 @@
 //   plexview [--run SCRIPT.py] [FILE...]                     a window per file
 //   plexview --snapshot OUT.png [--steps N] [--size WxH] [FILE]  one frame, no window
 //   plexview --render FILE -o OUT.{png,pdf,svg} [--iterations N] [--size WxH]
-//            [--color-by PROPERTY]                            a picture, no window
+//            [--color-by PROPERTY] [--labels MODE]            a picture, no window
 //   plexview --help | --version                               text, then exit
 // Long options also take their value as --option=VALUE.
-// FILE is a Pajek or GraphML network; without one a random network is generated.
+// FILE is a network in any format the program reads; without one a random
+// network is generated.
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -24,6 +25,7 @@ struct Options {
   std::filesystem::path output;              // the picture written in Render mode
   std::filesystem::path script;              // run once the first window exists (Window mode)
   std::string colorBy;                       // the property a render colours by; empty: default
+  std::string labels = "none";               // the vertex labels a render draws
   std::uint64_t steps = 200;                 // layout steps before the snapshot or render
   int width = 800;                           // picture size in pixels
   int height = 600;

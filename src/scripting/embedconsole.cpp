@@ -103,7 +103,7 @@ int renderPicture(const app::Options& options) {
   }
   try {
     return render(options.files.front(), options.output, options.steps, options.width,
-                  options.height, options.colorBy)
+                  options.height, options.colorBy, options.labels)
         .cast<int>();
   } catch (py::error_already_set& error) {
     reportError(error);

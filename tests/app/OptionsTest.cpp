@@ -19,27 +19,28 @@ std::string summary(const app::Options& o) {
   text << modes[static_cast<int>(o.mode)];
   for (const fs::path& file : o.files) text << ' ' << file.string();
   text << " | " << o.script.string() << " | " << o.snapshot.string() << " | " << o.output.string()
-       << " | " << o.colorBy << " | " << o.steps << ' ' << o.width << 'x' << o.height;
+       << " | " << o.colorBy << ' ' << o.labels << " | " << o.steps << ' ' << o.width << 'x'
+       << o.height;
   return text.str();
 }
 
 TEST(Options, AcceptedCommandLines) {
   const std::string D = summary(app::Options{}).substr(summary(app::Options{}).rfind(" | ") + 3);
   const std::pair<std::vector<std::string>, std::string> cases[] = {
-      {{}, "window |  |  |  |  | " + D},
-      {{"--", "-dash.net", "a.net"}, "window -dash.net a.net |  |  |  |  | " + D},
-      {{"x.net", "--help"}, "help x.net |  |  |  |  | " + D},
-      {{"--version", "--bogus"}, "version |  |  |  |  | " + D},
+      {{}, "window |  |  |  |  none | " + D},
+      {{"--", "-dash.net", "a.net"}, "window -dash.net a.net |  |  |  |  none | " + D},
+      {{"x.net", "--help"}, "help x.net |  |  |  |  none | " + D},
+      {{"--version", "--bogus"}, "version |  |  |  |  none | " + D},
       {{"--snapshot=o=1.png", "--size=3x4", "--steps=5", "--", "--size=1x1"},
-       "snapshot --size=1x1 |  | o=1.png |  |  | 5 3x4"},
+       "snapshot --size=1x1 |  | o=1.png |  |  none | 5 3x4"},
       {{"b", "--snapshot", "o", "--steps", "0", "--size", "7X9"},
-       "snapshot b |  | o |  |  | 0 7x9"},
-      {{"--snapshot", "o.png", "-"}, "snapshot - |  | o.png |  |  | " + D},
-      {{"a.net", "--run", "s.py", "b.net"}, "window a.net b.net | s.py |  |  |  | " + D},
-      {{"--render", "a.net", "-o", "o.png"}, "render a.net |  |  | o.png |  | " + D},
+       "snapshot b |  | o |  |  none | 0 7x9"},
+      {{"--snapshot", "o.png", "-"}, "snapshot - |  | o.png |  |  none | " + D},
+      {{"a.net", "--run", "s.py", "b.net"}, "window a.net b.net | s.py |  |  |  none | " + D},
+      {{"--render", "a.net", "-o", "o.png"}, "render a.net |  |  | o.png |  none | " + D},
       {{"-o", "o.SVG", "--iterations", "0", "--render", "a.net", "--size", "30x20", "--color-by",
-        "Node Strength"},
-       "render a.net |  |  | o.SVG | Node Strength | 0 30x20"},
+        "Node Strength", "--labels=all"},
+       "render a.net |  |  | o.SVG | Node Strength all | 0 30x20"},
   };
   for (const auto& [args, expected] : cases) {
     const app::ParsedOptions parsed = app::parseOptions(args);
@@ -70,6 +71,8 @@ TEST(Options, RefusedCombinationsSayWhy) {
       {{"--snapshot", "s.png", "--run", "s.py"}, "--run"},
       {{"a.net", "-o", "o.png"}, "--render"},
       {{"--run"}, "--run"},
+      {{"--render", "a.net", "-o", "o.png", "--labels", "selected"}, "none or all"},
+      {{"--snapshot", "s.png", "--labels", "all"}, "--labels"},
   };
   for (const auto& [args, reason] : cases) {
     const app::ParsedOptions parsed = app::parseOptions(args);
