@@ -4,8 +4,11 @@
 
 #include <pybind11/stl.h>
 
+#include <optional>
 #include <tuple>
+#include <vector>
 
+#include "bindings/bind_view_sizes.h"
 #include "render/VXLNetworkView.h"
 
 namespace py = pybind11;
@@ -84,6 +87,15 @@ void bindViewScene(py::module_& m, ViewClass& cls) {
          &VXLNetworkView::setNearClipDistance);
   option(cls, "farClipDistance", "setFarClipDistance", &VXLNetworkView::farClipDistance,
          &VXLNetworkView::setFarClipDistance);
+
+  bindVertexSizes(cls);
+  cls.def(
+      "vertexSizes",
+      [](VXLNetworkView& v) -> std::optional<std::vector<float>> {
+        if (const auto sizes = v.vertexSizes()) return *sizes;
+        return std::nullopt;
+      },
+      "Each vertex's size as a multiple of the standard one, or None when all are standard.");
 
   cls.def("colors", &VXLNetworkView::colors);
   cls.def("setColors", &VXLNetworkView::setColors, py::arg("colors"),

@@ -1,13 +1,15 @@
 #pragma once
 // The view panel: the drawing switches, the overlays and the capability
 // report, the intensities, scale, clipping distances, line width and legend
-// size. Each control goes through the controller's setter where there is one.
+// size, and vertex sizes by property. Each control goes through the
+// controller's setter where there is one.
 #include <QWidget>
 #include <functional>
 #include <memory>
 #include <vector>
 
 class QCheckBox;
+class QComboBox;
 class QDoubleSpinBox;
 class VXLController;
 
@@ -28,10 +30,14 @@ class ViewPanel : public QWidget {
   };
   void addSwitches();
   void addNumbers();
+  void addSizes();
+  void refreshSizes();
 
   std::shared_ptr<VXLController> controller_;
   std::vector<Bound<QCheckBox, bool>> switches_;
   std::vector<Bound<QDoubleSpinBox, double>> numbers_;
+  QComboBox* sizeProperty_ = nullptr;
+  QComboBox* sizeTransform_ = nullptr;
 };
 
 }  // namespace ui
