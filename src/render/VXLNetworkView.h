@@ -714,7 +714,8 @@ class VXLNetworkView {
   std::shared_ptr<QLONumberArray> alphaChannel_;    // under lock_
   std::atomic<bool> hideSpecialVertices_{false};
   // Vertex sizes (under lock_): the settings, and the sizes made from them
-  // for sizesNetwork_, remade when stale; sizesVersion_ counts the remakes.
+  // for `network`, made again when stale or for another network; `version`
+  // counts the changes of `sizes`.
   struct VertexSizing {
     std::string property{vertex_sizes::kNoProperty};
     vertex_sizes::Transform transform = vertex_sizes::Transform::Linear;

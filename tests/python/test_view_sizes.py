@@ -44,16 +44,6 @@ class ViewSizesTest(unittest.TestCase):
             self.assertEqual((target.sizeProperty(), target.sizeTransform(), target.sizeRange()),
                              ("None", "linear", (0.5, 3.0)))
 
-    def test_controller_forwards_to_its_view(self):
-        controller = VXLController.init()
-        controller.setNetwork(path_network([1.0, 2.0]))
-        controller.setSizeTransform("sqrt")
-        controller.setSizeRange(2.0, 4.0)
-        controller.setSizeProperty("w")
-        view = controller.networkView()
-        self.assertEqual((view.sizeProperty(), view.sizeTransform(), view.sizeRange()),
-                         ("w", "sqrt", (2.0, 4.0)))
-
 
 if __name__ == "__main__":
     unittest.main()
