@@ -134,6 +134,24 @@ void BM_Vertices(benchmark::State& state) {
 }
 BENCHMARK(BM_Vertices)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
+// The same with vertices sized by their degree: the sizes are made and
+// uploaded once. With every size 1 (second argument 0) the pixels are those
+// of BM_Vertices, which isolates the per-vertex size itself; with the
+// default range (1) the larger vertices also cover more pixels.
+void BM_VerticesSized(benchmark::State& state) {
+  auto view = makeView(static_cast<std::uint64_t>(state.range(0)));
+  view->setShowEdges(false);
+  if (state.range(1) == 0) view->setSizeRange({1, 1});
+  view->setSizeProperty("Node Degree");
+  drawFrames(state, *view);
+}
+BENCHMARK(BM_VerticesSized)
+    ->Args({10000, 0})
+    ->Args({10000, 1})
+    ->Args({100000, 0})
+    ->Args({100000, 1})
+    ->Unit(benchmark::kMillisecond);
+
 // One click's pick around the centre of the picture.
 void BM_Pick(benchmark::State& state) {
   auto view = makeView(static_cast<std::uint64_t>(state.range(0)));

@@ -8,6 +8,9 @@
 #include "app/QLODocumentController.h"
 #include "app/doctypes.h"
 #include "app/recovery.h"
+#include "app/sizesettings.h"
+#include "plexora/formats.h"
+#include "quillo/fileio.h"
 #include "quillo/log.h"
 
 namespace fs = std::filesystem;
@@ -75,6 +78,9 @@ void QLOComplexNetwork::loadOpennedNetwork() {
   // the generator's last network.
   if (networkController_) networkController_->setNetworkName(displayName());
   installing_ = true;
+  if (networkController_ && network->graphmlExtras()) {
+    app::applySizeSettings(*networkController_, network->graphmlExtras()->settings);
+  }
   if (!isMajorComponentOnlySelected_) {
     if (networkController_) networkController_->setNetwork(network);
     installing_ = false;
@@ -209,11 +215,16 @@ bool QLOComplexNetwork::writeNetwork(const fs::path& url, std::string* error) {
     if (error) *error = url.string() + ": there is no network to save";
     return false;
   }
-  // "Position" is to hold the layout as it is shown now.
-  if (networkController_ && networkController_->network() == network) {
+  // "Position" is to hold the layout as it is shown now, and the document
+  // the window's settings; a network not shown keeps those it was read with.
+  std::vector<plexora::DocumentSetting> settings;
+  const bool shown = networkController_ && networkController_->network() == network;
+  if (shown) {
     networkController_->setPositions(networkController_->positions());
+    settings = app::sizeSettings(*networkController_);
   }
-  return network->writeToURL(url, WriteMode::Atomic, error);
+  return quillo::writeWholeFile(url, plexora::graphmlText(*network, shown ? &settings : nullptr),
+                                WriteMode::Atomic, error);
 }
 
 bool QLOComplexNetwork::saveToURL(const fs::path& url, std::string* error) {

@@ -189,6 +189,23 @@ class VXLController {
   float viewLegendSize() const { return view_->legendsHeight(); }
   void setViewLegendSize(float v) { forward(&VXLNetworkView::setLegendsHeight, v); }
 
+  // --- Vertex sizes by property: forwarded to the view ---
+  std::string sizeProperty() const { return view_->sizeProperty(); }
+  void setSizeProperty(const std::string& name) {
+    view_->setSizeProperty(name);
+    refresh(Panel::Properties);
+  }
+  vertex_sizes::Transform sizeTransform() const { return view_->sizeTransform(); }
+  void setSizeTransform(vertex_sizes::Transform v) {
+    forward(&VXLNetworkView::setSizeTransform, v);
+  }
+  vertex_sizes::Range sizeRange() const { return view_->sizeRange(); }
+  // Throws std::invalid_argument for a range the view refuses.
+  void setSizeRange(const vertex_sizes::Range& range) {
+    view_->setSizeRange(range);
+    refresh(Panel::Properties);
+  }
+
   // --- Repulsion and the multilevel start: forwarded to the view ---
   float barnesHutTheta() const { return view_->barnesHutTheta(); }
   void setBarnesHutTheta(float v) { forward(&VXLNetworkView::setBarnesHutTheta, v); }

@@ -28,14 +28,20 @@ constexpr std::array<BuiltIn, 4> kBuiltIns = {{
     {"Node InStrength", &QLONetwork::calcInStrengths},
 }};
 
-std::shared_ptr<QLONumberArray> filterSource(const QLONetwork& network, const std::string& name) {
+// The measure or number property of that name; null for any other name.
+std::shared_ptr<QLONumberArray> namedSource(const QLONetwork& network, const std::string& name) {
   for (const BuiltIn& builtIn : kBuiltIns) {
     if (builtIn.name == name) return (network.*builtIn.measure)();
   }
   const PropertyValue property = network.propertyForKey(name);
   if (const auto* numbers = std::get_if<std::shared_ptr<QLONumberArray>>(&property)) {
-    if (*numbers) return *numbers;
+    return *numbers;
   }
+  return nullptr;
+}
+
+std::shared_ptr<QLONumberArray> filterSource(const QLONetwork& network, const std::string& name) {
+  if (auto source = namedSource(network, name)) return source;
   // Missing, vector and text properties have no single number per vertex.
   return network.calcDegrees();
 }
@@ -78,6 +84,15 @@ std::vector<float> filterValues(const QLONetwork& network, const std::string& na
   const std::uint64_t V = network.verticesCount;
   std::vector<float> values(V);
   filterSource(network, name)->getFloatValues(values.data(), V);
+  return values;
+}
+
+std::optional<std::vector<float>> namedValues(const QLONetwork& network, const std::string& name) {
+  const auto source = namedSource(network, name);
+  if (!source) return std::nullopt;
+  const std::uint64_t V = network.verticesCount;
+  std::vector<float> values(V);
+  source->getFloatValues(values.data(), V);
   return values;
 }
 

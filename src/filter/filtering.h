@@ -2,6 +2,7 @@
 // The vertex filter's values and range, and the edge-weight thresholds.
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,6 +16,10 @@ namespace filter {
 // the network's measures; any other name gives the vertex property of that
 // name when it is a number array, and the degrees otherwise.
 std::vector<float> filterValues(const QLONetwork& network, const std::string& name);
+
+// The per-vertex values of a built-in measure or a number property of that
+// name; none for any other name (no fall-back to the degrees).
+std::optional<std::vector<float>> namedValues(const QLONetwork& network, const std::string& name);
 
 // (maximum, minimum) of the values: the maximum starts at 0 and the minimum at
 // +infinity, so an all-negative property gets maximum 0 and an empty one

@@ -31,6 +31,7 @@
 #include "render/labelplacement.h"
 #include "render/legendstyle.h"
 #include "render/renderer.h"
+#include "render/vertexsizes.h"
 
 class GLString;
 class VXLLegends;
@@ -211,6 +212,23 @@ class VXLNetworkView {
     hideSpecialVertices_.store(value, kRelaxed);
     noteChange();
   }
+
+  // --- Vertex sizes by property (VXLNetworkViewSizes.cpp, under the lock) ---
+  // The property ("None": every vertex at the standard size, the default; a
+  // built-in measure such as "Node Degree" or a number property) whose values,
+  // transformed, set each vertex's size within the range (multiples of the
+  // standard size; vertex_sizes::sizesOf). A name the network lacks draws the
+  // standard size. Setting the name again reads the values again.
+  std::string sizeProperty() const;
+  void setSizeProperty(const std::string& name);
+  vertex_sizes::Transform sizeTransform() const;
+  void setSizeTransform(vertex_sizes::Transform transform);
+  vertex_sizes::Range sizeRange() const;
+  // Throws std::invalid_argument for a range vertex_sizes::validRange refuses.
+  void setSizeRange(const vertex_sizes::Range& range);
+  // Each vertex's size as a multiple of the standard one, as the next frame
+  // draws it; null when every vertex has the standard size.
+  FloatsPtr vertexSizes();
 
   // --- Colours and selection (under the view's lock) ---
   // Per-vertex colours, kept at float precision; an array shorter than the
@@ -723,6 +741,19 @@ class VXLNetworkView {
   std::shared_ptr<QLONumberArray> hiddenVertices_;  // under lock_
   std::shared_ptr<QLONumberArray> alphaChannel_;    // under lock_
   std::atomic<bool> hideSpecialVertices_{false};
+  // Vertex sizes (under lock_): the settings, and the sizes made from them
+  // for `network`, made again when stale or for another network; `version`
+  // counts the changes of `sizes`.
+  struct VertexSizing {
+    std::string property{vertex_sizes::kNoProperty};
+    vertex_sizes::Transform transform = vertex_sizes::Transform::Linear;
+    vertex_sizes::Range range;
+    FloatsPtr sizes;
+    std::weak_ptr<QLONetwork> network;
+    bool stale = false;
+    std::uint64_t version = 0;
+  } sizing_;
+  void refreshSizes();                                // lock_ held
   std::shared_ptr<QLOVector3dArray> colors_;          // under lock_
   std::shared_ptr<QLONumberArray> selectedVertices_;  // under lock_
 

@@ -164,6 +164,12 @@ VXLNetworkView::Frame VXLNetworkView::takeFrame(FrameCopies& copies) {
     frame.filterOwner = filterProperty_;
     frame.filter = filterProperty_->data();
   }
+  refreshSizes();
+  if (sizing_.sizes && sizing_.sizes->size() == V) {
+    frame.sizesOwner = sizing_.sizes;
+    frame.sizes = sizing_.sizes->data();
+    frame.sizesVersion = sizing_.version;
+  }
   return frame;
 }
 

@@ -93,6 +93,8 @@ void LegacyRenderer::drawVertices(const SceneFrame& frame, VertexCursor& cursor,
   const scene::Rgb highlight = scene::selectionHighlight(frame.colouring(), frame.background);
   const float s = frame.scale;
 
+  // Scaled shapes keep unit normals for the lighting.
+  if (frame.sizes) glEnable(GL_RESCALE_NORMAL);
   // One pushed matrix for all vertices: each translation is relative to the
   // previous drawn vertex, instead of a push and pop per vertex.
   glPushMatrix();
@@ -113,15 +115,24 @@ void LegacyRenderer::drawVertices(const SceneFrame& frame, VertexCursor& cursor,
       const scene::Rgb c = scene::kDefaultVertexColour;
       glColor4f(c.r, c.g, c.b, 1.0f);
     }
-    glCallList(shape);
-    if (!frame.selected[i]) continue;
-    // A larger, finer, translucent shell over a selected vertex.
-    if (frame.selecting) {
-      glLoadName(name);
-    } else {
-      glColor4f(highlight.r, highlight.g, highlight.b, scene::kHighlightAlpha);
+    // A vertex of its own size scales its shapes (and their shell) about its
+    // centre; the translations to the next vertex stay unscaled.
+    const bool sized = frame.sizes != nullptr;
+    if (sized) {
+      glPushMatrix();
+      glScalef(frame.sizes[i], frame.sizes[i], frame.sizes[i]);
     }
-    glCallList(shell);
+    glCallList(shape);
+    if (frame.selected[i]) {
+      // A larger, finer, translucent shell over a selected vertex.
+      if (frame.selecting) {
+        glLoadName(name);
+      } else {
+        glColor4f(highlight.r, highlight.g, highlight.b, scene::kHighlightAlpha);
+      }
+      glCallList(shell);
+    }
+    if (sized) glPopMatrix();
   }
   if (end < frame.verticesCount) {
     cursor.matrix.emplace();
@@ -132,6 +143,7 @@ void LegacyRenderer::drawVertices(const SceneFrame& frame, VertexCursor& cursor,
   cursor.py = py;
   cursor.pz = pz;
   glPopMatrix();
+  if (frame.sizes) glDisable(GL_RESCALE_NORMAL);
 }
 
 void LegacyRenderer::drawEdges(const SceneFrame& frame, std::uint64_t begin, std::uint64_t end) {

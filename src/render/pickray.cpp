@@ -54,7 +54,8 @@ class Caster {
     const Vec3 centre = transform(view_.modelView, world);
     if (centre[2] >= 0) return {};  // at or behind the eye
     const bool selected = frame_.selected && frame_.selected[i];
-    const double size = selected ? scene_shapes::kShellSize : scene_shapes::kSize;
+    const double size = (selected ? scene_shapes::kShellSize : scene_shapes::kSize) *
+                        static_cast<double>(frame_.sizeFactor(i));
     // The ray through the region's point nearest the centre's pixel, then
     // through the region's centre.
     const std::array<double, 2> pixel = windowOf(centre);

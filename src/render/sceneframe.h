@@ -26,6 +26,10 @@ struct SceneFrame {
   const std::uint8_t* selected = nullptr;  // one byte per vertex
   const std::uint8_t* hidden = nullptr;    // null: nothing hidden
   const float* filter = nullptr;           // null: no filter values
+  // Each vertex's size as a multiple of the shapes' (null: all at 1), and a
+  // number that changes whenever the sizes do.
+  const float* sizes = nullptr;
+  std::uint64_t sizesVersion = 0;
   float minFilter = 0;
   float maxFilter = 0;
   float scale = 1;
@@ -60,6 +64,7 @@ struct SceneFrame {
   scene::Colouring colouring() const {
     return r ? scene::Colouring::PerVertex : scene::Colouring::Fixed;
   }
+  float sizeFactor(std::uint64_t v) const { return sizes ? sizes[v] : 1.0f; }
   scene::LineBlending lineBlending() const {
     return blendLines ? scene::LineBlending::On : scene::LineBlending::Off;
   }

@@ -26,6 +26,7 @@ namespace scene_shaders {
   "layout(location = 0) in vec3 centre;\n"                           \
   "layout(location = 1) in vec3 colour;\n"                           \
   "layout(location = 2) in uint flags;\n"                            \
+  "layout(location = 5) in float sizeFactor;\n"                      \
   "uniform mat4 modelView;\n"                                        \
   "uniform mat4 projection;\n"                                       \
   "uniform float scale;\n"                                           \
@@ -46,7 +47,7 @@ const vec2 kCorners[6] =
     vec2[6](vec2(-1, -1), vec2(1, -1), vec2(1, 1), vec2(-1, -1), vec2(1, 1), vec2(-1, 1));
 void main() {
   bool shell = gl_VertexID >= 6;
-  radius = shell ? shellSize : size;
+  radius = (shell ? shellSize : size) * sizeFactor;
   eyeCentre = (modelView * vec4(centre * scale, 1.0)).xyz;
   baseColour = shell ? highlight : vec4(colour, 1.0);
   float d2 = dot(eyeCentre, eyeCentre);
@@ -103,7 +104,7 @@ void main() {
     gl_Position = kNowhere;
     return;
   }
-  vec3 at = centre * scale + corner.xyz * (shell ? shellSize : size);
+  vec3 at = centre * scale + corner.xyz * ((shell ? shellSize : size) * sizeFactor);
   shade = lit(shell ? highlight : vec4(colour, 1.0), normalize(mat3(modelView) * normal));
   gl_Position = projection * (modelView * vec4(at, 1.0));
 }

@@ -12,6 +12,8 @@ inline constexpr unsigned kColour = 1;  // vertex colour (r, g, b)
 inline constexpr unsigned kFlags = 2;   // shown and selected bits
 inline constexpr unsigned kCorner = 3;  // cube corner (x, y, z, shell?)
 inline constexpr unsigned kNormal = 4;  // cube face normal
+// The vertex's size as a multiple of the shapes' (a constant 1 when unsized).
+inline constexpr unsigned kSizeFactor = 5;
 
 // Vertices drawn as spheres: 12 vertices per instance, two triangles for the
 // vertex and two for its selection shell.

@@ -165,13 +165,14 @@ bool ShaderRenderer::build(std::string& reason) {
   setLighting(sphere_.id);
   setLighting(cube_.id);
 
-  GLuint buffers[5];
-  glGenBuffers(5, buffers);
+  GLuint buffers[6];
+  glGenBuffers(6, buffers);
   positions_ = buffers[0];
   colours_ = buffers[1];
   flags_ = buffers[2];
   indices_ = buffers[3];
   cubeCorners_ = buffers[4];
+  sizes_ = buffers[5];
   const std::vector<float> cube = cubeCorners();
   glBindBuffer(GL_ARRAY_BUFFER, cubeCorners_);
   glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(cube.size() * sizeof(float)), cube.data(),
@@ -213,8 +214,8 @@ ShaderRenderer::~ShaderRenderer() {
   }
   const GLuint arrays[] = {sphereArray_, cubeArray_, edgeArray_};
   glDeleteVertexArrays(3, arrays);
-  const GLuint buffers[] = {positions_, colours_, flags_, indices_, cubeCorners_};
-  glDeleteBuffers(5, buffers);
+  const GLuint buffers[] = {positions_, colours_, flags_, indices_, cubeCorners_, sizes_};
+  glDeleteBuffers(6, buffers);
 }
 
 void ShaderRenderer::instanceAttributes(std::uint64_t first) {
@@ -228,6 +229,34 @@ void ShaderRenderer::instanceAttributes(std::uint64_t first) {
   glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 
+void ShaderRenderer::sizeAttribute(const SceneFrame& frame, std::uint64_t first) {
+  using scene_shaders::kSizeFactor;
+  if (!frame.sizes) {
+    // Every vertex at the standard size: the shapes' sizes times exactly 1.
+    glDisableVertexAttribArray(kSizeFactor);
+    glVertexAttrib1f(kSizeFactor, 1.0f);
+    return;
+  }
+  glEnableVertexAttribArray(kSizeFactor);
+  glVertexAttribDivisor(kSizeFactor, 1);
+  glBindBuffer(GL_ARRAY_BUFFER, sizes_);
+  glVertexAttribPointer(kSizeFactor, 1, GL_FLOAT, GL_FALSE, 0, byteOffset(4 * first));
+  glBindBuffer(GL_ARRAY_BUFFER, 0);
+}
+
+void ShaderRenderer::uploadSizes(const SceneFrame& frame) {
+  // The sizes change only with their settings or the network: the frame's
+  // version says when, so nothing is compared per vertex.
+  const std::uint64_t count = frame.sizes ? frame.verticesCount : 0;
+  if (count == sizesCount_ && (!frame.sizes || frame.sizesVersion == sizesVersion_)) return;
+  glBindBuffer(GL_ARRAY_BUFFER, sizes_);
+  glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(count * sizeof(float)), frame.sizes,
+               GL_DYNAMIC_DRAW);
+  glBindBuffer(GL_ARRAY_BUFFER, 0);
+  sizesCount_ = count;
+  sizesVersion_ = frame.sizesVersion;
+}
+
 void ShaderRenderer::upload(const SceneFrame& frame) {
   if (uploaded_ && frame.serial == serial_) return;
   serial_ = frame.serial;
@@ -239,6 +268,7 @@ void ShaderRenderer::upload(const SceneFrame& frame) {
   scene_buffers::packFlags(frame, scratchBytes_);
   refresh(GL_ARRAY_BUFFER, flags_, flagData_, scratchBytes_);
   glBindBuffer(GL_ARRAY_BUFFER, 0);
+  uploadSizes(frame);
 
   // The index list changes with the network, the weights and the vertices
   // whose edges may be drawn.
@@ -285,6 +315,7 @@ void ShaderRenderer::drawVertices(const SceneFrame& frame, VertexCursor& cursor,
 
   glBindVertexArray(cubes ? cubeArray_ : sphereArray_);
   instanceAttributes(first);
+  sizeAttribute(frame, first);
   const auto count = static_cast<GLsizei>(end - first);
   if (cubes) {
     glDrawArraysInstanced(GL_TRIANGLES, 0, 72, count);
@@ -319,7 +350,8 @@ void ShaderRenderer::drawEdges(const SceneFrame& frame, std::uint64_t begin, std
 }
 
 std::uint64_t ShaderRenderer::vertexBufferBytes() const {
-  return sizeof(float) * (positionData_.size() + colourData_.size()) + flagData_.size();
+  return sizeof(float) * (positionData_.size() + colourData_.size() + sizesCount_) +
+         flagData_.size();
 }
 
 std::uint64_t ShaderRenderer::edgeBufferBytes() const {

@@ -1,5 +1,5 @@
 #pragma once
-// The shader renderer: positions, colours and flags of the vertices and the
+// The shader renderer: positions, colours, flags (and sizes) of the vertices and the
 // index list of the edges live in GL buffers, refreshed only where a frame
 // changed them; vertices are one instanced draw (sphere impostors or cube
 // geometry, each with its selection shell), edges one indexed GL_LINES draw.
@@ -44,11 +44,16 @@ class ShaderRenderer final : public SceneRenderer {
   void useProgram(const Program& program, const SceneFrame& frame);
   // Points the instanced attributes of the bound array at vertex `first`.
   void instanceAttributes(std::uint64_t first);
+  // The per-vertex size of the bound array from vertex `first` (a constant 1
+  // without sizes), and the sizes' buffer, replaced only when they changed.
+  void sizeAttribute(const SceneFrame& frame, std::uint64_t first);
+  void uploadSizes(const SceneFrame& frame);
 
   QOpenGLContext* context_ = nullptr;
   Program sphere_, cube_, edge_;
   unsigned int sphereArray_ = 0, cubeArray_ = 0, edgeArray_ = 0;
   unsigned int positions_ = 0, colours_ = 0, flags_ = 0, indices_ = 0, cubeCorners_ = 0;
+  unsigned int sizes_ = 0;
 
   // What the buffers hold, to upload only what changed.
   std::uint64_t serial_ = 0;
@@ -58,5 +63,6 @@ class ShaderRenderer final : public SceneRenderer {
   const std::uint64_t* edgesFrom_ = nullptr;
   const float* edgesWeights_ = nullptr;
   std::uint64_t edgesCount_ = 0;
+  std::uint64_t sizesCount_ = 0, sizesVersion_ = 0;
   scene_buffers::EdgeList edges_;
 };

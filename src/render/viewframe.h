@@ -19,6 +19,7 @@ struct VXLNetworkView::Frame : SceneFrame {
   std::shared_ptr<QLONetwork> network;
   FloatsPtr weightsOwner;
   FloatsPtr filterOwner;
+  FloatsPtr sizesOwner;
   std::shared_ptr<QLONumberArray> selectedOwner;
   std::shared_ptr<QLONumberArray> hiddenOwner;
 };

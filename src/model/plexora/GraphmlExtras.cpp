@@ -28,6 +28,7 @@ std::shared_ptr<const GraphmlExtras> GraphmlExtras::subset(
   cut->weightKey = weightKey;
   cut->graphAttributes = graphAttributes;
   cut->graphChildren = graphChildren;
+  cut->settings = settings;
   cut->nodeIds = picked(nodeIds, vertices);
   cut->nodeAttributes = picked(nodeAttributes, vertices);
   cut->nodeChildren = picked(nodeChildren, vertices);

@@ -10,6 +10,15 @@
 
 namespace plexora {
 
+// A setting of Plexview's own kept in a document (how its window shows the
+// network): a graph-level key marked plexview:setting="NAME" and its value.
+struct DocumentSetting {
+  std::string name;
+  std::string type;  // the key's attr.type
+  std::string value;
+  bool operator==(const DocumentSetting&) const = default;
+};
+
 struct GraphmlExtras {
   // The key a vertex property was read from; the writer declares the property
   // with it again while the property still holds values of the declared type.
@@ -28,6 +37,8 @@ struct GraphmlExtras {
 
   // The document carries Plexview's own marker: Plexview's writer made it.
   bool plexviewDocument = false;
+  // Plexview's own settings the document carried, in document order.
+  std::vector<DocumentSetting> settings;
 
   // Attributes of <graphml> other than those the writer always puts there
   // (namespace declarations of other tools, say), as ` name="value"` text.

@@ -120,6 +120,7 @@ class DocumentReader {
     plexviewPrefix_ = plexviewPrefixOf(root_, kPlexviewNamespace);
     if (!plexviewPrefix_.empty()) {
       propertyMarker_ = plexviewPrefix_ + std::string(kPropertyMarker);
+      settingMarker_ = plexviewPrefix_ + std::string(kSettingMarker);
       const std::string marker = plexviewPrefix_ + std::string(kDocumentMarker);
       extras_->plexviewDocument = !root_.attribute(marker.c_str()).empty();
     }
@@ -246,10 +247,20 @@ class DocumentReader {
     return true;
   }
 
-  // The graph's <data> other than the flags, kept as they are.
+  // The graph's <data> other than the flags and our settings, kept as they
+  // are.
   void keepGraphData() {
     for (const pugi::xml_node& data : graphData_) {
       const Key* key = keyOf(data, &Key::forGraph);
+      const char* setting = key && !settingMarker_.empty()
+                                ? key->element.attribute(settingMarker_.c_str()).value()
+                                : "";
+      if (*setting) {
+        extras_->settings.push_back({setting, key->element.attribute("attr.type").value(),
+                                     std::string(elementText(data, scratch_))});
+        consume(*key);
+        continue;
+      }
       if (!key || (key != edgeWeightedKey_ && key != vertexWeightedKey_)) {
         appendLine(extras_->graphChildren, data, "\n    ");
         noteReference(data);
@@ -632,6 +643,7 @@ class DocumentReader {
   // "prefix:" and "prefix:property" when the document declares our namespace.
   std::string plexviewPrefix_;
   std::string propertyMarker_;
+  std::string settingMarker_;
   std::unordered_set<std::string_view> consumed_;
   std::unordered_set<std::string_view>
       referenced_;  // keys named by kept <data>  // ids of keys taken into the network

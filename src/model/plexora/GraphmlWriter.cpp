@@ -117,10 +117,11 @@ const std::vector<std::string>* entries(const std::vector<std::string>& list, st
 
 class DocumentWriter {
  public:
-  explicit DocumentWriter(const QLONetwork& network)
+  DocumentWriter(const QLONetwork& network, const std::vector<DocumentSetting>* settings)
       : network_(network), properties_(network.propertiesOfVertices()) {
     static const GraphmlExtras none;
     extras_ = network.graphmlExtras() ? network.graphmlExtras().get() : &none;
+    settings_ = settings ? settings : &extras_->settings;
     usedIds_.insert(extras_->keyIds.begin(), extras_->keyIds.end());
     nodeIds_ = entries(extras_->nodeIds, network.countVertices());
     // The ids of the keys declared again are taken before any new key is made.
@@ -168,6 +169,9 @@ class DocumentWriter {
       }
     }
     declareVertexKeys();
+    std::vector<std::string> settingKeys;
+    for (const DocumentSetting& setting : *settings_)
+      settingKeys.push_back(declareSetting(setting));
     appendLines(extras_->keys);
     out_ += "  <graph edgedefault=\"";
     out_ += network_.isDirected() ? "directed" : "undirected";
@@ -177,6 +181,12 @@ class DocumentWriter {
     appendLines(extras_->graphChildren, "    ");
     appendFlag(edgeWeightedKey, network_.isEdgeWeighted());
     appendFlag(vertexWeightedKey, network_.isVertexWeighted());
+    for (std::size_t i = 0; i < settingKeys.size(); ++i) {
+      out_ += "    ";
+      out_ += dataOpen(settingKeys[i]);
+      graphml::appendEscaped(out_, (*settings_)[i].value, XmlPlace::Content);
+      out_ += "</data>\n";
+    }
     writeNodes();
     writeEdges();
     out_ += "  </graph>\n";
@@ -252,6 +262,25 @@ class DocumentWriter {
       graphml::appendEscaped(out_, desc, XmlPlace::Content);
       out_ += "</desc></key>\n";
     }
+    return id;
+  }
+
+  // A graph key for one of our settings, marked as such; answers its id.
+  std::string declareSetting(const DocumentSetting& setting) {
+    std::string id = freshId();
+    out_ += "  <key id=\"";
+    out_ += id;
+    out_ += "\" for=\"graph\" attr.name=\"";
+    graphml::appendEscaped(out_, setting.name, XmlPlace::Attribute);
+    out_ += "\" attr.type=\"";
+    graphml::appendEscaped(out_, setting.type, XmlPlace::Attribute);
+    out_ += "\" ";
+    out_ += graphml::kPlexviewPrefix;
+    out_ += ':';
+    out_ += graphml::kSettingMarker;
+    out_ += "=\"";
+    graphml::appendEscaped(out_, setting.name, XmlPlace::Attribute);
+    out_ += "\"/>\n";
     return id;
   }
 
@@ -446,6 +475,7 @@ class DocumentWriter {
   std::vector<NodeColumn> columns_;
   std::string weightOpen_;
   const GraphmlExtras* extras_;
+  const std::vector<DocumentSetting>* settings_;
   std::unordered_set<std::string> usedIds_;
   std::unordered_set<std::string> declaredSources_;
   const std::vector<std::string>* nodeIds_;
@@ -453,8 +483,8 @@ class DocumentWriter {
 
 }  // namespace
 
-std::string graphmlText(const QLONetwork& network) {
-  return DocumentWriter(network).text();
+std::string graphmlText(const QLONetwork& network, const std::vector<DocumentSetting>* settings) {
+  return DocumentWriter(network, settings).text();
 }
 
 }  // namespace plexora

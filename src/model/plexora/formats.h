@@ -7,7 +7,9 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "plexora/GraphmlExtras.h"
 #include "quillo/ReadError.h"
 
 class QLONetwork;
@@ -27,7 +29,10 @@ std::string edgesText(const QLONetwork& network);
 
 std::shared_ptr<QLONetwork> readGraphml(std::string_view text, const std::string& name,
                                         ReadError* error);
-std::string graphmlText(const QLONetwork& network);
+// With `settings`, the document carries them as Plexview's own settings;
+// without, the settings the network's document was read with.
+std::string graphmlText(const QLONetwork& network,
+                        const std::vector<DocumentSetting>* settings = nullptr);
 
 std::shared_ptr<QLONetwork> readGml(std::string_view text, const std::string& name,
                                     ReadError* error);

@@ -38,6 +38,9 @@ inline constexpr std::string_view kPlexviewNamespace = "urn:x-plexview:graphml";
 inline constexpr std::string_view kPlexviewPrefix = "plexview";
 inline constexpr std::string_view kDocumentMarker = "document";
 inline constexpr std::string_view kPropertyMarker = "property";
+// A graph key holding one of Plexview's own settings carries its name in the
+// attribute "setting"; its value is the graph's <data> for the key.
+inline constexpr std::string_view kSettingMarker = "setting";
 
 // Graph-level boolean keys. Older documents of ours carry them without the
 // marker, so they still make the reader map keys to properties by name.

@@ -13,6 +13,7 @@
 #include "bindings/bind_controller_web.h"
 #include "bindings/bind_parts.h"
 #include "bindings/bind_repulsion.h"
+#include "bindings/bind_view_sizes.h"
 #include "bindings/property_conversion.h"
 
 namespace py = pybind11;
@@ -31,6 +32,7 @@ void setting(Controller& cls, const char* name, const char* setter, Get get, Set
 
 void bindSettings(Controller& cls) {
   using C = VXLController;
+  bindVertexSizes(cls);
   setting(cls, "attractionConstant", "setAttractionConstant", &C::attractionConstant,
           &C::setAttractionConstant);
   setting(cls, "repulsiveConstant", "setRepulsiveConstant", &C::repulsiveConstant,

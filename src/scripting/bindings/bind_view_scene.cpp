@@ -5,9 +5,14 @@
 #include <pybind11/stl.h>
 
 #include <optional>
+<<<<<<< HEAD
 #include <string>
+=======
+>>>>>>> sizeprop
 #include <tuple>
+#include <vector>
 
+#include "bindings/bind_view_sizes.h"
 #include "render/VXLNetworkView.h"
 
 namespace py = pybind11;
@@ -87,6 +92,7 @@ void bindViewScene(py::module_& m, ViewClass& cls) {
   option(cls, "farClipDistance", "setFarClipDistance", &VXLNetworkView::farClipDistance,
          &VXLNetworkView::setFarClipDistance);
 
+<<<<<<< HEAD
   cls.def(
       "showLabels", [](const VXLNetworkView& v) { return labelModeName(v.showLabels()); },
       "Which vertices show their label: \"none\", \"selected\" or \"all\".");
@@ -120,6 +126,16 @@ void bindViewScene(py::module_& m, ViewClass& cls) {
         v.setLabelProperty(name);
       },
       py::arg("name"), "Labels show this vertex property (\"\": Name).");
+=======
+  bindVertexSizes(cls);
+  cls.def(
+      "vertexSizes",
+      [](VXLNetworkView& v) -> std::optional<std::vector<float>> {
+        if (const auto sizes = v.vertexSizes()) return *sizes;
+        return std::nullopt;
+      },
+      "Each vertex's size as a multiple of the standard one, or None when all are standard.");
+>>>>>>> sizeprop
 
   cls.def("colors", &VXLNetworkView::colors);
   cls.def("setColors", &VXLNetworkView::setColors, py::arg("colors"),

@@ -6,6 +6,7 @@
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QSignalBlocker>
+#include <algorithm>
 #include <cmath>
 
 #include "app/VXLController.h"
@@ -59,6 +60,17 @@ QDoubleSpinBox* numberBox(const NumberRow& row, QWidget* parent) {
   return box;
 }
 
+// The size transforms as the panel names them, in the order offered.
+struct TransformRow {
+  const char* label;
+  vertex_sizes::Transform transform;
+};
+constexpr TransformRow kTransforms[] = {
+    {"Linear", vertex_sizes::Transform::Linear},
+    {"Square root", vertex_sizes::Transform::SquareRoot},
+    {"Logarithm", vertex_sizes::Transform::Log},
+};
+
 }  // namespace
 
 ViewPanel::ViewPanel(std::shared_ptr<VXLController> controller, QWidget* parent)
@@ -67,6 +79,7 @@ ViewPanel::ViewPanel(std::shared_ptr<VXLController> controller, QWidget* parent)
   addSwitches();
   addNumbers();
   addLabels();
+  addSizes();
 }
 
 void ViewPanel::addSwitches() {
@@ -146,11 +159,82 @@ void ViewPanel::addLabels() {
   static_cast<QFormLayout*>(layout())->addRow(tr("Labels:"), labels_);
 }
 
+void ViewPanel::addSizes() {
+  auto* form = static_cast<QFormLayout*>(layout());
+  auto& c = *controller_;
+  sizeProperty_ = new QComboBox(this);
+  sizeProperty_->setObjectName("sizeProperty");
+  sizeProperty_->setToolTip("The vertex property that sets each vertex's size");
+  form->addRow("Size by:", sizeProperty_);
+  connect(sizeProperty_, &QComboBox::activated, this, [this, &c](int index) {
+    c.setSizeProperty(sizeProperty_->itemText(index).toStdString());
+  });
+  sizeTransform_ = new QComboBox(this);
+  sizeTransform_->setObjectName("sizeTransform");
+  for (const TransformRow& row : kTransforms) sizeTransform_->addItem(row.label);
+  form->addRow("Size transform:", sizeTransform_);
+  connect(sizeTransform_, &QComboBox::activated, this, [&c](int index) {
+    c.setSizeTransform(kTransforms[static_cast<std::size_t>(index)].transform);
+  });
+  // Sizes are multiples of the standard vertex size; moving one bound past
+  // the other takes the other along.
+  const auto add = [&](const NumberRow& row, std::function<double()> get,
+                       std::function<void(double)> set) {
+    QDoubleSpinBox* box = numberBox(row, this);
+    box->setSuffix("x");
+    connect(box, &QDoubleSpinBox::valueChanged, this, std::move(set));
+    form->addRow(row.label, box);
+    numbers_.push_back({box, std::move(get)});
+  };
+  const double largest = vertex_sizes::kLargestSize;
+  add(
+      {"Smallest size:", "sizeMinimum", 0.05, largest, 0.1, 2},
+      [&c] { return c.sizeRange().minimum; },
+      [&c](double v) {
+        const auto low = static_cast<float>(v);
+        c.setSizeRange({low, std::max(low, c.sizeRange().maximum)});
+      });
+  add(
+      {"Largest size:", "sizeMaximum", 0.05, largest, 0.1, 2},
+      [&c] { return c.sizeRange().maximum; },
+      [&c](double v) {
+        const auto high = static_cast<float>(v);
+        c.setSizeRange({std::min(high, c.sizeRange().minimum), high});
+      });
+}
+
+void ViewPanel::refreshSizes() {
+  const QSignalBlocker blockProperty(sizeProperty_);
+  QStringList titles{QString::fromUtf8(vertex_sizes::kNoProperty.data(),
+                                       static_cast<int>(vertex_sizes::kNoProperty.size()))};
+  for (const std::string& title : controller_->filterPropertyTitles()) {
+    titles << QString::fromStdString(title);
+  }
+  // A property the network lacks (a script's choice, a document's) stays
+  // shown as chosen.
+  const QString chosen = QString::fromStdString(controller_->sizeProperty());
+  if (!titles.contains(chosen)) titles << chosen;
+  QStringList shown;
+  for (int i = 0; i < sizeProperty_->count(); ++i) shown << sizeProperty_->itemText(i);
+  if (shown != titles) {
+    sizeProperty_->clear();
+    sizeProperty_->addItems(titles);
+  }
+  sizeProperty_->setCurrentText(chosen);
+  const QSignalBlocker blockTransform(sizeTransform_);
+  for (std::size_t i = 0; i < std::size(kTransforms); ++i) {
+    if (kTransforms[i].transform == controller_->sizeTransform()) {
+      sizeTransform_->setCurrentIndex(static_cast<int>(i));
+    }
+  }
+}
+
 void ViewPanel::refresh() {
   {
     const QSignalBlocker block(labels_);
     labels_->setCurrentIndex(static_cast<int>(controller_->showLabels()));
   }
+  refreshSizes();
   for (const auto& [box, get] : switches_) {
     const QSignalBlocker block(box);
     box->setChecked(get());

@@ -1,8 +1,8 @@
 #pragma once
 // The view panel: the drawing switches, the overlays and the capability
-// report, the intensities, scale, clipping distances, line width, legend
-// size and which vertices show labels. Each control goes through the controller's setter where
-// there is one.
+// report, the intensities, scale, clipping distances, line width and legend
+// size, which vertices show labels, and vertex sizes by property. Each
+// control goes through the controller's setter where there is one.
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -31,11 +31,15 @@ class ViewPanel : public QWidget {
   void addSwitches();
   void addNumbers();
   void addLabels();
+  void addSizes();
+  void refreshSizes();
 
   std::shared_ptr<VXLController> controller_;
   std::vector<Bound<QCheckBox, bool>> switches_;
   std::vector<Bound<QDoubleSpinBox, double>> numbers_;
   QComboBox* labels_ = nullptr;
+  QComboBox* sizeProperty_ = nullptr;
+  QComboBox* sizeTransform_ = nullptr;
 };
 
 }  // namespace ui
