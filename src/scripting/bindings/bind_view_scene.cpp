@@ -5,10 +5,7 @@
 #include <pybind11/stl.h>
 
 #include <optional>
-<<<<<<< HEAD
 #include <string>
-=======
->>>>>>> sizeprop
 #include <tuple>
 #include <vector>
 
@@ -92,7 +89,6 @@ void bindViewScene(py::module_& m, ViewClass& cls) {
   option(cls, "farClipDistance", "setFarClipDistance", &VXLNetworkView::farClipDistance,
          &VXLNetworkView::setFarClipDistance);
 
-<<<<<<< HEAD
   cls.def(
       "showLabels", [](const VXLNetworkView& v) { return labelModeName(v.showLabels()); },
       "Which vertices show their label: \"none\", \"selected\" or \"all\".");
@@ -126,7 +122,6 @@ void bindViewScene(py::module_& m, ViewClass& cls) {
         v.setLabelProperty(name);
       },
       py::arg("name"), "Labels show this vertex property (\"\": Name).");
-=======
   bindVertexSizes(cls);
   cls.def(
       "vertexSizes",
@@ -135,7 +130,6 @@ void bindViewScene(py::module_& m, ViewClass& cls) {
         return std::nullopt;
       },
       "Each vertex's size as a multiple of the standard one, or None when all are standard.");
->>>>>>> sizeprop
 
   cls.def("colors", &VXLNetworkView::colors);
   cls.def("setColors", &VXLNetworkView::setColors, py::arg("colors"),
