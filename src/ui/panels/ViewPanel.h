@@ -1,14 +1,17 @@
 #pragma once
 // The view panel: the drawing switches, the overlays and the capability
-// report, the intensities, scale, clipping distances, line width and legend
-// size. Each control goes through the controller's setter where there is one.
+// report, the edge colours (mode and single colour), the intensities, scale,
+// clipping distances, line width and legend size. Each control goes through the controller's setter
+// where there is one.
 #include <QWidget>
 #include <functional>
 #include <memory>
 #include <vector>
 
 class QCheckBox;
+class QComboBox;
 class QDoubleSpinBox;
+class QPushButton;
 class VXLController;
 
 namespace ui {
@@ -27,11 +30,15 @@ class ViewPanel : public QWidget {
     std::function<Value()> get;
   };
   void addSwitches();
+  void addEdgeColours();
   void addNumbers();
+  void showEdgeColour();  // the single colour on its button
 
   std::shared_ptr<VXLController> controller_;
   std::vector<Bound<QCheckBox, bool>> switches_;
   std::vector<Bound<QDoubleSpinBox, double>> numbers_;
+  QComboBox* edgeColourMode_ = nullptr;
+  QPushButton* edgeColour_ = nullptr;
 };
 
 }  // namespace ui
