@@ -67,8 +67,9 @@ TEST(EdgeStyle, ColoursPerEdge) {
 }
 
 TEST(EdgeStyle, WidthClassesRunFromTheLineWidthToFourTimesIt) {
-  const float weights[] = {1, 2, 3, 4, kNaN, 2.4f};
-  EXPECT_EQ(widthClasses(weights, 6), (std::vector<std::uint8_t>{0, 1, 2, 3, 0, 1}));
+  // Classes are the nearest of four steps across the range.
+  const float weights[] = {1, 2, 3, 4, kNaN, 2.4f, 3.6f};
+  EXPECT_EQ(widthClasses(weights, 7), (std::vector<std::uint8_t>{0, 1, 2, 3, 0, 1, 3}));
   EXPECT_TRUE(widthClasses(nullptr, 6).empty());
   EXPECT_EQ(classWidth(1.5f, 0), 1.5f);
   EXPECT_EQ(classWidth(1.5f, kWidthClasses - 1), 6.0f);
