@@ -114,6 +114,28 @@ TEST_F(EdgeStyle, ArrowHeadsOnDirectedNetworksOnly) {
   }
 }
 
+TEST_F(EdgeStyle, BackToTheDefaultsTheFrameIsAsBefore) {
+  // Selected and coloured vertices, weighted edges in four classes.
+  const std::vector<Vec3d> at = {{-10, -6, 0}, {10, -6, 2}, {-10, 6, -2}, {10, 6, 0}};
+  for (RenderPath path : kPaths) {
+    SCOPED_TRACE(renderPathName(path));
+    VXLNetworkView view;
+    install(view, network(4, {{0, 1}, {1, 3}, {3, 2}, {2, 0}, {0, 3}}, {1, 2, 3, 4, 2.5f}), at);
+    view.setColors(vectors({{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 0}}));
+    view.setSelectedVertices({1});
+    aim(view, 30);
+    const Image before = drawWith(view, path);
+    view.setEdgeColorMode(edge_style::ColourMode::Weight);
+    view.setEdgeWidthByWeight(true);
+    view.setShowArrows(true);
+    const Image styled = drawWith(view, path);
+    EXPECT_FALSE(styled.rgba == before.rgba);
+    view.setEdgeColorMode(edge_style::ColourMode::Endpoints);
+    view.setEdgeWidthByWeight(false);
+    EXPECT_TRUE(drawWith(view, path).rgba == before.rgba);
+  }
+}
+
 class EdgeStyleExport : public ExportFixture {};
 
 int count(const std::string& text, const std::string& what) {
