@@ -351,6 +351,7 @@ class VXLNetworkView {
   void setEdgeColor(scene::Rgb colour);
   // The map weights are coloured through: the vertices' map, handed over by
   // the controller whenever it recolours (Jet until then).
+  std::optional<colour::ColorMap> edgeColorMap() const;
   void setEdgeColorMap(std::optional<colour::ColorMap> map,
                        const colour::ColorMapSettings& settings);
   // Widths from the line width (lightest) to 4x it (heaviest); nothing

@@ -42,6 +42,11 @@ void VXLNetworkView::setEdgeColor(scene::Rgb colour) {
   noteChange();
 }
 
+std::optional<colour::ColorMap> VXLNetworkView::edgeColorMap() const {
+  std::lock_guard lock(lock_);
+  return edgeColouring_.map;
+}
+
 void VXLNetworkView::setEdgeColorMap(std::optional<colour::ColorMap> map,
                                      const colour::ColorMapSettings& settings) {
   std::lock_guard lock(lock_);
