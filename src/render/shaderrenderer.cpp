@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 
+#include "quillo/log.h"
 #include "render/edgeshaders.h"
 #include "render/edgestyle.h"
 #include "render/passstate.h"
@@ -289,8 +290,13 @@ void ShaderRenderer::uploadPairColours(const SceneFrame& frame) {
   scene_buffers::packPairColours(frame, edges_, scratch_);
   // A buffer texture holds a limited number of texels (at least 65,536):
   // past it, edges keep their endpoints' colours.
-  pairColoursReady_ =
-      !scratch_.empty() && scratch_.size() <= static_cast<std::size_t>(maxTextureBufferTexels_);
+  const bool fits = scratch_.size() <= static_cast<std::size_t>(maxTextureBufferTexels_);
+  if (!fits) {
+    quillo::logLine("Edge colours: " + std::to_string(edges_.edgeOf.size()) +
+                    " edges are more than this GL holds colours for; edges take their "
+                    "endpoints' colours");
+  }
+  pairColoursReady_ = !scratch_.empty() && fits;
   if (!pairColoursReady_) return;
   glBindBuffer(GL_TEXTURE_BUFFER, pairColours_);
   glBufferData(GL_TEXTURE_BUFFER, static_cast<GLsizeiptr>(scratch_.size() * sizeof(float)),
