@@ -105,6 +105,9 @@ void VXLController::resetToDefaults() {
   view.setSimpleShapes(false);
   view.setBlackBackground(false);
   view.setShader(false);
+  view.setEdgeColorMode(edge_style::ColourMode::Endpoints);
+  view.setEdgeColor(edge_style::ColourSettings{}.single);
+  view.setEdgeWidthByWeight(false);
   view.setGeneralInfo(true);
   view.setCameraInfo(false);
   view.setWeightAsDistance(false);

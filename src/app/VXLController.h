@@ -186,6 +186,15 @@ class VXLController {
   void setFarClipDistance(float v) { forward(&VXLNetworkView::setFarClipDistance, v); }
   float viewLineWidth() const { return view_->lineWidth(); }
   void setViewLineWidth(float v) { forward(&VXLNetworkView::setLineWidth, v); }
+  // Edge style: colour mode, the single colour, widths by weight, arrows.
+  edge_style::ColourMode edgeColorMode() const { return view_->edgeColorMode(); }
+  void setEdgeColorMode(edge_style::ColourMode v) { forward(&VXLNetworkView::setEdgeColorMode, v); }
+  scene::Rgb edgeColor() const { return view_->edgeColor(); }
+  void setEdgeColor(scene::Rgb v) { forward(&VXLNetworkView::setEdgeColor, v); }
+  bool edgeWidthByWeight() const { return view_->edgeWidthByWeight(); }
+  void setEdgeWidthByWeight(bool v) { forward(&VXLNetworkView::setEdgeWidthByWeight, v); }
+  bool showArrows() const { return view_->showArrows(); }
+  void setShowArrows(bool v) { forward(&VXLNetworkView::setShowArrows, v); }
   float viewLegendSize() const { return view_->legendsHeight(); }
   void setViewLegendSize(float v) { forward(&VXLNetworkView::setLegendsHeight, v); }
 
@@ -530,6 +539,8 @@ class VXLController {
   void showColours(std::shared_ptr<QLOVector3dArray> colours);
   void colourByColours(const QLOVector3dArray& property);
   void colourByNumbers(const QLONumberArray& property);
+  // Hands the selected colour map to the view for edges coloured by weight.
+  void shareColourMap();
   void colourByCategories(const TextList& values);
   std::shared_ptr<QLOVector3dArray> categoryColours(const TextList& values) const;
   colour::ScalarColourSettings scalarColourSettings(const std::string& function) const;

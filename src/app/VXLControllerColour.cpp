@@ -219,7 +219,13 @@ void VXLController::showColours(std::shared_ptr<QLOVector3dArray> colours) {
   }
 }
 
+void VXLController::shareColourMap() {
+  const colour::ScalarColourSettings settings = scalarColourSettings(colour_.selectedColorFunction);
+  view_->setEdgeColorMap(settings.map, settings.colours);
+}
+
 void VXLController::updateCurrentColor() {
+  shareColourMap();  // edges coloured by weight use the vertices' map
   const auto network = view_->network();
   if (!network || app::isNoColourTitle(colour_.propertyTitle)) {
     view_->setColors(nullptr);

@@ -72,6 +72,7 @@ struct VXLController::UndoHistory {
       std::lock_guard lock(c.colourLock_);
       c.colour_ = state.colour;
     }
+    c.shareColourMap();
     view.setColors(state.colours);
     if (network && state.colours) network->setPropertiesOfVertices(state.colours, "Color");
     view.setHiddenVertices(state.hidden);

@@ -21,6 +21,8 @@ void VXLNetworkView::setNetwork(std::shared_ptr<QLONetwork> network) {
   std::lock_guard lock(lock_);
   if (network == network_) return;
   network_ = std::move(network);
+  edgeArrays_.reset();
+  options_.showArrows.store(network_ && network_->isDirected(), kRelaxed);
   resetPositions();
   resetSelection();
   stepsSinceInstall_.store(0, kRelaxed);

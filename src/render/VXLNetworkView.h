@@ -27,6 +27,7 @@
 #include "quillo/QLONumberArray.h"
 #include "quillo/QLOVector3dArray.h"
 #include "render/VXLCamera.h"
+#include "render/edgestyle.h"
 #include "render/exportreport.h"
 #include "render/labelplacement.h"
 #include "render/legendstyle.h"
@@ -358,6 +359,32 @@ class VXLNetworkView {
     options_.lineWidth.store(value, kRelaxed);
     noteChange();
   }
+  // --- Edge style (VXLNetworkViewEdgeStyle.cpp; takes effect at the next frame) ---
+  // Edge colours by endpoint (the default), by weight through the colour map
+  // below, or one colour. Weight on a network without weights draws the
+  // endpoints' colours (and logs it).
+  using EdgeColourMode = edge_style::ColourMode;
+  EdgeColourMode edgeColorMode() const;
+  void setEdgeColorMode(EdgeColourMode mode);
+  scene::Rgb edgeColor() const;  // the single colour, grey at first
+  void setEdgeColor(scene::Rgb colour);
+  // The map weights are coloured through: the vertices' map, handed over by
+  // the controller whenever it recolours (Jet until then).
+  std::optional<colour::ColorMap> edgeColorMap() const;
+  void setEdgeColorMap(std::optional<colour::ColorMap> map,
+                       const colour::ColorMapSettings& settings);
+  // Widths from the line width (lightest) to 4x it (heaviest); nothing
+  // changes on a network without weights.
+  bool edgeWidthByWeight() const;
+  void setEdgeWidthByWeight(bool on);
+  // Arrow heads at the target ends, drawn only on directed networks; set to
+  // whether the network is directed each time one is installed.
+  bool showArrows() const { return options_.showArrows.load(kRelaxed); }
+  void setShowArrows(bool on) {
+    options_.showArrows.store(on, kRelaxed);
+    noteChange();
+  }
+
   // Multiplies every position when drawing.
   float scale() const { return options_.scale.load(kRelaxed); }
   void setScale(float value) {
@@ -781,8 +808,17 @@ class VXLNetworkView {
     std::atomic<float> nearClip{1.0f};
     std::atomic<float> farClip{2000.0f};
     std::atomic<LabelMode> labels{LabelMode::None};
+    std::atomic<bool> showArrows{false};
   } options_;
   std::string labelProperty_;  // under lock_
+  // Edge style settings and the arrays made from them for the network held
+  // (null: made again by the next frame). Under lock_.
+  edge_style::ColourSettings edgeColouring_;
+  bool edgeWidthByWeight_ = false;
+  std::shared_ptr<const edge_style::EdgeArrays> edgeArrays_;
+  std::uint64_t edgeArraysSerial_ = 0;
+  // Puts the edge style into a frame taken of network_ (lock_ held).
+  void styleEdges(Frame& frame);
 
   VXLCamera camera_;         // under lock_
   Rotation worldRotation_;   // under lock_

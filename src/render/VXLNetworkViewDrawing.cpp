@@ -136,6 +136,7 @@ VXLNetworkView::Frame VXLNetworkView::takeFrame(FrameCopies& copies) {
       frame.weights = network_->edgesWeights;
     }
   }
+  styleEdges(frame);
   if (!selectedVertices_ || selectedVertices_->count() != V) resetSelection();
   frame.selectedOwner = selectedVertices_;
   frame.selected = selectedVertices_->data<std::uint8_t>();

@@ -3,16 +3,39 @@
 #include <GL/freeglut.h>
 #include <GL/gl.h>
 
+#include <array>
 #include <cstdlib>
 #include <mutex>
 
 #include "quillo/log.h"
+#include "render/edgestyle.h"
 #include "render/passstate.h"
+#include "render/vectorexport.h"
 
 namespace {
 
 void setColour(const scene::Rgba& c) {
   glColor4f(c.r, c.g, c.b, c.a);
+}
+
+// Weights of 0 or less, and ends outside the filter or hidden, drop an edge.
+bool edgeDrawn(const SceneFrame& frame, std::uint64_t k) {
+  if (frame.weights && 0.0f >= frame.weights[k]) return false;
+  return frame.edgeEndShown(frame.to[k]) && frame.edgeEndShown(frame.from[k]);
+}
+
+// Edge k's colour at its end v: the edge's own colour in place of the
+// vertex's when it has one.
+scene::Rgba endColour(const SceneFrame& frame, std::uint64_t k, std::uint64_t v) {
+  const auto selection =
+      frame.selected[v] ? scene::Selection::Selected : scene::Selection::NotSelected;
+  const std::optional<scene::Rgb> colour =
+      frame.edgeColours
+          ? std::optional(scene::Rgb{frame.edgeColours[3 * k], frame.edgeColours[3 * k + 1],
+                                     frame.edgeColours[3 * k + 2]})
+          : frame.colour(v);
+  return scene::edgeEndpointColour(colour, selection, frame.lineBlending(), frame.background,
+                                   frame.edgesIntensity);
 }
 
 // freeglut's solid shapes need glutInit, which connects to the X display; it
@@ -154,26 +177,63 @@ void LegacyRenderer::drawEdges(const SceneFrame& frame, std::uint64_t begin, std
   glDisable(GL_LIGHT0);
   pass_state::beginEdgePass(frame);
 
-  const scene::LineBlending blending = frame.lineBlending();
-  const float intensity = frame.edgesIntensity;
   const float s = frame.scale;
-  auto endpoint = [&](std::uint64_t v) {
-    const auto selection =
-        frame.selected[v] ? scene::Selection::Selected : scene::Selection::NotSelected;
-    setColour(scene::edgeEndpointColour(frame.colour(v), selection, blending, frame.background,
-                                        intensity));
+  auto endpoint = [&](std::uint64_t k, std::uint64_t v) {
+    setColour(endColour(frame, k, v));
     glVertex3f(frame.x[v] * s, frame.y[v] * s, frame.z[v] * s);
   };
+  auto lines = [&](auto inClass) {
+    glBegin(GL_LINES);
+    for (std::uint64_t k = begin; k < end; ++k) {
+      if (!edgeDrawn(frame, k) || !inClass(k)) continue;
+      endpoint(k, frame.to[k]);
+      endpoint(k, frame.from[k]);
+    }
+    glEnd();
+  };
+  if (!frame.edgeWidths) {
+    lines([](std::uint64_t) { return true; });
+  } else {
+    for (std::uint8_t c = 0; c < edge_style::kWidthClasses; ++c) {
+      const float width = edge_style::classWidth(frame.lineWidth, c);
+      glLineWidth(width);
+      vector_export::lineWidthMarker(width);
+      lines([&](std::uint64_t k) { return frame.edgeWidths[k] == c; });
+    }
+    glLineWidth(frame.lineWidth);
+  }
+  if (frame.arrows) drawArrows(frame, begin, end);
+  glPopMatrix();
+}
 
-  glBegin(GL_LINES);
+void LegacyRenderer::drawArrows(const SceneFrame& frame, std::uint64_t begin, std::uint64_t end) {
+  // The heads face the eye: they are worked out in eye space and drawn there.
+  std::array<double, 16> m{};
+  glGetDoublev(GL_MODELVIEW_MATRIX, m.data());
+  const double s = frame.scale;
+  auto eye = [&](std::uint64_t v) {
+    const double x = frame.x[v] * s, y = frame.y[v] * s, z = frame.z[v] * s;
+    edge_style::Point p{};
+    for (std::size_t i = 0; i < 3; ++i) {
+      p[i] = static_cast<float>(m[i] * x + m[4 + i] * y + m[8 + i] * z + m[12 + i]);
+    }
+    return p;
+  };
+  const float radius = edge_style::targetRadius(frame);
+  const GLboolean culling = glIsEnabled(GL_CULL_FACE);
+  glDisable(GL_CULL_FACE);
+  glPushMatrix();
+  glLoadIdentity();
+  glBegin(GL_TRIANGLES);
   for (std::uint64_t k = begin; k < end; ++k) {
-    if (frame.weights && 0.0f >= frame.weights[k]) continue;
+    if (!edgeDrawn(frame, k)) continue;
     const std::uint64_t t = frame.to[k];
-    const std::uint64_t f = frame.from[k];
-    if (!frame.edgeEndShown(t) || !frame.edgeEndShown(f)) continue;
-    endpoint(t);
-    endpoint(f);
+    const auto head = edge_style::arrowHead(eye(frame.from[k]), eye(t), radius);
+    if (!head) continue;
+    setColour(endColour(frame, k, t));
+    for (const edge_style::Point& p : {head->tip, head->left, head->right}) glVertex3fv(p.data());
   }
   glEnd();
   glPopMatrix();
+  if (culling) glEnable(GL_CULL_FACE);
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "render/edgestyle.h"
+
 namespace scene_buffers {
 
 void packPositions(const SceneFrame& frame, std::vector<float>& out) {
@@ -41,9 +43,12 @@ void packEdgeEnds(const SceneFrame& frame, std::vector<std::uint8_t>& out) {
   for (std::uint64_t i = 0; i < V; ++i) out[i] = frame.edgeEndShown(i) ? 1 : 0;
 }
 
-std::array<std::uint64_t, 2> EdgeList::pairsOf(std::uint64_t begin, std::uint64_t end) const {
-  const auto first = std::lower_bound(edgeOf.begin(), edgeOf.end(), begin);
-  const auto last = std::lower_bound(first, edgeOf.end(), end);
+std::array<std::uint64_t, 2> EdgeList::pairsOf(std::uint64_t begin, std::uint64_t end,
+                                               std::uint64_t widthClass) const {
+  const auto from = edgeOf.begin() + static_cast<std::ptrdiff_t>(classStart[widthClass]);
+  const auto to = edgeOf.begin() + static_cast<std::ptrdiff_t>(classStart[widthClass + 1]);
+  const auto first = std::lower_bound(from, to, begin);
+  const auto last = std::lower_bound(first, to, end);
   return {static_cast<std::uint64_t>(first - edgeOf.begin()),
           static_cast<std::uint64_t>(last - edgeOf.begin())};
 }
@@ -51,14 +56,32 @@ std::array<std::uint64_t, 2> EdgeList::pairsOf(std::uint64_t begin, std::uint64_
 void buildEdgeList(const SceneFrame& frame, const std::vector<std::uint8_t>& ends, EdgeList& out) {
   out.indices.clear();
   out.edgeOf.clear();
-  for (std::uint64_t k = 0; k < frame.edgesCount; ++k) {
-    if (frame.weights && 0.0f >= frame.weights[k]) continue;
-    const std::uint64_t t = frame.to[k];
-    const std::uint64_t f = frame.from[k];
-    if (!ends[t] || !ends[f]) continue;
-    out.indices.push_back(static_cast<std::uint32_t>(t));
-    out.indices.push_back(static_cast<std::uint32_t>(f));
-    out.edgeOf.push_back(k);
+  out.classStart.assign(1, 0);
+  const std::uint8_t classes = frame.edgeWidths ? edge_style::kWidthClasses : 1;
+  for (std::uint8_t c = 0; c < classes; ++c) {
+    for (std::uint64_t k = 0; k < frame.edgesCount; ++k) {
+      if (frame.edgeWidths && frame.edgeWidths[k] != c) continue;
+      if (frame.weights && 0.0f >= frame.weights[k]) continue;
+      const std::uint64_t t = frame.to[k];
+      const std::uint64_t f = frame.from[k];
+      if (!ends[t] || !ends[f]) continue;
+      out.indices.push_back(static_cast<std::uint32_t>(t));
+      out.indices.push_back(static_cast<std::uint32_t>(f));
+      out.edgeOf.push_back(k);
+    }
+    out.classStart.push_back(out.edgeOf.size());
+  }
+}
+
+void packPairColours(const SceneFrame& frame, const EdgeList& edges, std::vector<float>& out) {
+  out.clear();
+  if (!frame.edgeColours) return;
+  out.resize(3 * edges.edgeOf.size());
+  for (std::size_t p = 0; p < edges.edgeOf.size(); ++p) {
+    const float* c = frame.edgeColours + 3 * edges.edgeOf[p];
+    out[3 * p] = c[0];
+    out[3 * p + 1] = c[1];
+    out[3 * p + 2] = c[2];
   }
 }
 
@@ -75,7 +98,7 @@ void affine(const SceneFrame& frame, scene::Selection selection, std::array<floa
     return asArray(scene::edgeEndpointColour(c, selection, frame.lineBlending(), frame.background,
                                              frame.edgesIntensity));
   };
-  if (frame.colouring() == scene::Colouring::Fixed) {
+  if (!frame.edgeColours && frame.colouring() == scene::Colouring::Fixed) {
     add = at(std::nullopt);
     mul = {0, 0, 0, 0};
     return;

@@ -42,6 +42,14 @@ struct SceneFrame {
   bool verticesDepthTest = true, edgesDepthTest = true, blendLines = false;
   float lineWidth = 1, edgesIntensity = 1;
 
+  // Edge styling (edgestyle.h). A colour per edge replaces each end's
+  // vertex colour in the edge colour rule; a width class per edge scales the
+  // line width. Both are fixed while edgeStyleSerial stays the same.
+  const float* edgeColours = nullptr;        // r, g, b per edge; null: the ends' colours
+  const std::uint8_t* edgeWidths = nullptr;  // class per edge; null: all lineWidth
+  std::uint64_t edgeStyleSerial = 0;
+  bool arrows = false;  // heads at the target ends (directed networks)
+
   // A NaN filter value is never within the range.
   bool withinFilter(std::uint64_t v) const {
     return minFilter <= filter[v] && filter[v] <= maxFilter;

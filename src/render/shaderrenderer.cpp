@@ -7,6 +7,9 @@
 #include <array>
 #include <cmath>
 
+#include "quillo/log.h"
+#include "render/edgeshaders.h"
+#include "render/edgestyle.h"
 #include "render/passstate.h"
 #include "render/sceneshaders.h"
 
@@ -26,20 +29,30 @@ GLuint compile(GLenum kind, const char* source, std::string& reason) {
   return 0;
 }
 
-GLuint link(const char* vertex, const char* fragment, std::string& reason) {
-  const GLuint vs = compile(GL_VERTEX_SHADER, vertex, reason);
-  if (vs == 0) return 0;
-  const GLuint fs = compile(GL_FRAGMENT_SHADER, fragment, reason);
-  if (fs == 0) {
-    glDeleteShader(vs);
-    return 0;
+// A program of a vertex, an optional geometry and a fragment shader.
+GLuint link(const char* vertex, const char* geometry, const char* fragment, std::string& reason) {
+  std::array<GLuint, 3> shaders{};
+  const std::array<std::pair<GLenum, const char*>, 3> stages{
+      {{GL_VERTEX_SHADER, vertex}, {GL_GEOMETRY_SHADER, geometry}, {GL_FRAGMENT_SHADER, fragment}}};
+  auto release = [&] {
+    for (GLuint shader : shaders) {
+      if (shader) glDeleteShader(shader);
+    }
+  };
+  for (std::size_t i = 0; i < stages.size(); ++i) {
+    if (!stages[i].second) continue;
+    shaders[i] = compile(stages[i].first, stages[i].second, reason);
+    if (shaders[i] == 0) {
+      release();
+      return 0;
+    }
   }
   const GLuint program = glCreateProgram();
-  glAttachShader(program, vs);
-  glAttachShader(program, fs);
+  for (GLuint shader : shaders) {
+    if (shader) glAttachShader(program, shader);
+  }
   glLinkProgram(program);
-  glDeleteShader(vs);
-  glDeleteShader(fs);
+  release();
   GLint ok = GL_FALSE;
   glGetProgramiv(program, GL_LINK_STATUS, &ok);
   if (ok == GL_TRUE) return program;
@@ -145,11 +158,13 @@ std::unique_ptr<ShaderRenderer> ShaderRenderer::create(std::string& reason) {
 
 bool ShaderRenderer::build(std::string& reason) {
   using namespace scene_shaders;
-  sphere_.id = link(kSphereVertex, kSphereFragment, reason);
-  cube_.id = sphere_.id ? link(kCubeVertex, kCubeFragment, reason) : 0;
-  edge_.id = cube_.id ? link(kEdgeVertex, kEdgeFragment, reason) : 0;
-  if (edge_.id == 0) return false;
-  for (Program* p : {&sphere_, &cube_, &edge_}) {
+  sphere_.id = link(kSphereVertex, nullptr, kSphereFragment, reason);
+  cube_.id = sphere_.id ? link(kCubeVertex, nullptr, kCubeFragment, reason) : 0;
+  edge_.id = cube_.id ? link(kEdgeVertex, nullptr, kEdgeFragment, reason) : 0;
+  styledEdge_.id = edge_.id ? link(kEdgeEndVertex, kStyledLineGeometry, kEdgeFragment, reason) : 0;
+  arrow_.id = styledEdge_.id ? link(kEdgeEndVertex, kArrowGeometry, kEdgeFragment, reason) : 0;
+  if (arrow_.id == 0) return false;
+  for (Program* p : {&sphere_, &cube_, &edge_, &styledEdge_, &arrow_}) {
     auto at = [&](const char* name) { return glGetUniformLocation(p->id, name); };
     p->modelView = at("modelView");
     p->projection = at("projection");
@@ -161,6 +176,12 @@ bool ShaderRenderer::build(std::string& reason) {
     p->add = at("add");
     p->selectedMul = at("selectedMul");
     p->selectedAdd = at("selectedAdd");
+    p->perEdge = at("perEdge");
+    p->firstPair = at("firstPair");
+    p->edgeColours = at("edgeColours");
+    p->targetRadius = at("targetRadius");
+    p->headLength = at("headLength");
+    p->headHalfWidth = at("headHalfWidth");
   }
   setLighting(sphere_.id);
   setLighting(cube_.id);
@@ -173,6 +194,9 @@ bool ShaderRenderer::build(std::string& reason) {
   indices_ = buffers[3];
   cubeCorners_ = buffers[4];
   sizes_ = buffers[5];
+  glGenBuffers(1, &pairColours_);
+  glGenTextures(1, &pairColourTexture_);
+  glGetIntegerv(GL_MAX_TEXTURE_BUFFER_SIZE, &maxTextureBufferTexels_);
   const std::vector<float> cube = cubeCorners();
   glBindBuffer(GL_ARRAY_BUFFER, cubeCorners_);
   glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(cube.size() * sizeof(float)), cube.data(),
@@ -209,9 +233,11 @@ bool ShaderRenderer::build(std::string& reason) {
 
 ShaderRenderer::~ShaderRenderer() {
   if (!context_ || QOpenGLContext::currentContext() != context_) return;
-  for (const Program& p : {sphere_, cube_, edge_}) {
+  for (const Program& p : {sphere_, cube_, edge_, styledEdge_, arrow_}) {
     if (p.id) glDeleteProgram(p.id);
   }
+  glDeleteTextures(1, &pairColourTexture_);
+  glDeleteBuffers(1, &pairColours_);
   const GLuint arrays[] = {sphereArray_, cubeArray_, edgeArray_};
   glDeleteVertexArrays(3, arrays);
   const GLuint buffers[] = {positions_, colours_, flags_, indices_, cubeCorners_, sizes_};
@@ -270,22 +296,45 @@ void ShaderRenderer::upload(const SceneFrame& frame) {
   glBindBuffer(GL_ARRAY_BUFFER, 0);
   uploadSizes(frame);
 
-  // The index list changes with the network, the weights and the vertices
-  // whose edges may be drawn.
+  // The index list changes with the network, the weights, the vertices
+  // whose edges may be drawn and the edge style (width classes, colours).
   scene_buffers::packEdgeEnds(frame, scratchBytes_);
   if (scratchBytes_ != edgeEnds_ || frame.from != edgesFrom_ || frame.weights != edgesWeights_ ||
-      frame.edgesCount != edgesCount_) {
+      frame.edgesCount != edgesCount_ || frame.edgeStyleSerial != edgeStyleSerial_) {
     edgeEnds_.swap(scratchBytes_);
     edgesFrom_ = frame.from;
     edgesWeights_ = frame.weights;
     edgesCount_ = frame.edgesCount;
+    edgeStyleSerial_ = frame.edgeStyleSerial;
     scene_buffers::buildEdgeList(frame, edgeEnds_, edges_);
     glBindVertexArray(edgeArray_);
     glBufferData(GL_ELEMENT_ARRAY_BUFFER,
                  static_cast<GLsizeiptr>(edges_.indices.size() * sizeof(std::uint32_t)),
                  edges_.indices.data(), GL_DYNAMIC_DRAW);
     glBindVertexArray(0);
+    uploadPairColours(frame);
   }
+}
+
+void ShaderRenderer::uploadPairColours(const SceneFrame& frame) {
+  scene_buffers::packPairColours(frame, edges_, scratch_);
+  // A buffer texture holds a limited number of texels (at least 65,536):
+  // past it, edges keep their endpoints' colours.
+  const bool fits = scratch_.size() <= static_cast<std::size_t>(maxTextureBufferTexels_);
+  if (!fits) {
+    quillo::logLine("Edge colours: " + std::to_string(edges_.edgeOf.size()) +
+                    " edges are more than this GL holds colours for; edges take their "
+                    "endpoints' colours");
+  }
+  pairColoursReady_ = !scratch_.empty() && fits;
+  if (!pairColoursReady_) return;
+  glBindBuffer(GL_TEXTURE_BUFFER, pairColours_);
+  glBufferData(GL_TEXTURE_BUFFER, static_cast<GLsizeiptr>(scratch_.size() * sizeof(float)),
+               scratch_.data(), GL_DYNAMIC_DRAW);
+  glBindBuffer(GL_TEXTURE_BUFFER, 0);
+  glBindTexture(GL_TEXTURE_BUFFER, pairColourTexture_);
+  glTexBuffer(GL_TEXTURE_BUFFER, GL_R32F, pairColours_);
+  glBindTexture(GL_TEXTURE_BUFFER, 0);
 }
 
 void ShaderRenderer::useProgram(const Program& program, const SceneFrame& frame) {
@@ -330,21 +379,57 @@ void ShaderRenderer::drawVertices(const SceneFrame& frame, VertexCursor& cursor,
   glUseProgram(0);
 }
 
+void ShaderRenderer::useEdgeProgram(const Program& program, const SceneFrame& frame, bool perEdge) {
+  useProgram(program, frame);
+  const scene_buffers::EdgeColourRule rule = scene_buffers::edgeColourRule(frame);
+  glUniform4fv(program.mul, 1, rule.mul.data());
+  glUniform4fv(program.add, 1, rule.add.data());
+  glUniform4fv(program.selectedMul, 1, rule.selectedMul.data());
+  glUniform4fv(program.selectedAdd, 1, rule.selectedAdd.data());
+  if (program.perEdge < 0) return;
+  glUniform1i(program.perEdge, perEdge ? 1 : 0);
+  glUniform1i(program.edgeColours, 0);
+  glActiveTexture(GL_TEXTURE0);
+  glBindTexture(GL_TEXTURE_BUFFER, perEdge ? pairColourTexture_ : 0);
+}
+
+void ShaderRenderer::drawPairs(const Program& program, const SceneFrame& frame, std::uint64_t begin,
+                               std::uint64_t end, ClassWidths widths) {
+  for (std::uint64_t c = 0; c < edges_.classes(); ++c) {
+    const auto [first, last] = edges_.pairsOf(begin, end, c);
+    if (last <= first) continue;
+    if (widths == ClassWidths::Set && frame.edgeWidths) {
+      glLineWidth(edge_style::classWidth(frame.lineWidth, static_cast<std::uint8_t>(c)));
+    }
+    if (program.firstPair >= 0) glUniform1i(program.firstPair, static_cast<GLint>(first));
+    glDrawElements(GL_LINES, static_cast<GLsizei>(2 * (last - first)), GL_UNSIGNED_INT,
+                   byteOffset(2 * sizeof(std::uint32_t) * first));
+  }
+}
+
 void ShaderRenderer::drawEdges(const SceneFrame& frame, std::uint64_t begin, std::uint64_t end) {
   if (end <= begin) return;
   upload(frame);
   pass_state::beginEdgePass(frame);
-  const auto [first, last] = edges_.pairsOf(begin, end);
-  if (last <= first) return;
-  useProgram(edge_, frame);
-  const scene_buffers::EdgeColourRule rule = scene_buffers::edgeColourRule(frame);
-  glUniform4fv(edge_.mul, 1, rule.mul.data());
-  glUniform4fv(edge_.add, 1, rule.add.data());
-  glUniform4fv(edge_.selectedMul, 1, rule.selectedMul.data());
-  glUniform4fv(edge_.selectedAdd, 1, rule.selectedAdd.data());
+  const bool perEdge = frame.edgeColours && pairColoursReady_;
+  // Edges in their vertices' colours keep the plain program; per-edge
+  // colours need the geometry shader, which sees the pair's index.
+  useEdgeProgram(perEdge ? styledEdge_ : edge_, frame, perEdge);
   glBindVertexArray(edgeArray_);
-  glDrawElements(GL_LINES, static_cast<GLsizei>(2 * (last - first)), GL_UNSIGNED_INT,
-                 byteOffset(2 * sizeof(std::uint32_t) * first));
+  drawPairs(perEdge ? styledEdge_ : edge_, frame, begin, end, ClassWidths::Set);
+  if (frame.edgeWidths) glLineWidth(frame.lineWidth);
+  if (frame.arrows) {
+    useEdgeProgram(arrow_, frame, perEdge);
+    glUniform1f(arrow_.targetRadius, edge_style::targetRadius(frame));
+    glUniform1f(arrow_.headLength, edge_style::kHeadLength);
+    glUniform1f(arrow_.headHalfWidth, edge_style::kHeadHalfWidth);
+    // The heads face the eye whatever their winding.
+    const GLboolean culling = glIsEnabled(GL_CULL_FACE);
+    glDisable(GL_CULL_FACE);
+    drawPairs(arrow_, frame, begin, end, ClassWidths::Ignore);
+    if (culling) glEnable(GL_CULL_FACE);
+  }
+  glBindTexture(GL_TEXTURE_BUFFER, 0);
   glBindVertexArray(0);
   glUseProgram(0);
 }
@@ -355,5 +440,6 @@ std::uint64_t ShaderRenderer::vertexBufferBytes() const {
 }
 
 std::uint64_t ShaderRenderer::edgeBufferBytes() const {
-  return sizeof(std::uint32_t) * edges_.indices.size();
+  const std::uint64_t colours = pairColoursReady_ ? 3 * sizeof(float) * edges_.edgeOf.size() : 0;
+  return sizeof(std::uint32_t) * edges_.indices.size() + colours;
 }

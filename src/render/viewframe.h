@@ -22,6 +22,7 @@ struct VXLNetworkView::Frame : SceneFrame {
   FloatsPtr sizesOwner;
   std::shared_ptr<QLONumberArray> selectedOwner;
   std::shared_ptr<QLONumberArray> hiddenOwner;
+  std::shared_ptr<const edge_style::EdgeArrays> edgeArraysOwner;
 };
 
 // A window's frame in the making (presentFrame): drawn off screen a piece at

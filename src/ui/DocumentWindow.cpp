@@ -26,6 +26,7 @@
 #include "ui/ScriptConsoleWindow.h"
 #include "ui/SidePanel.h"
 #include "ui/deskactions.h"
+#include "ui/edgemenu.h"
 #include "ui/export3dsheet.h"
 #include "ui/exportimagedialog.h"
 #include "ui/filepanels.h"
@@ -327,6 +328,8 @@ void DocumentWindow::buildViewMenu() {
       view_->update();
     });
   }
+  menu->addSeparator();
+  addEdgeStyleItems(menu, controller_);
   menu->addSeparator();
   menu->addAction(view_->startPauseAction());
   menu->addSeparator();

@@ -11,6 +11,7 @@
 #include "app/VXLController.h"
 #include "bindings/bind_controller_colour.h"
 #include "bindings/bind_controller_web.h"
+#include "bindings/bind_edge_style.h"
 #include "bindings/bind_parts.h"
 #include "bindings/bind_repulsion.h"
 #include "bindings/bind_view_sizes.h"
@@ -205,6 +206,7 @@ void bindController(py::module_& m) {
   bindSelection(cls);
   bindFilter(cls);
   bindControllerColour(cls);
+  bindControllerEdgeStyle(cls);
   bindControllerWeb(cls);
   bindControllerRepulsion(cls);
 }

@@ -4,6 +4,7 @@
 #include <pybind11/numpy.h>
 #include <pybind11/stl.h>
 
+#include "bindings/bind_edge_style.h"
 #include "bindings/bind_parts.h"
 #include "bindings/bind_repulsion.h"
 #include "bindings/bind_view_scene.h"
@@ -226,6 +227,7 @@ void bindView(py::module_& m) {
         "(maximum, minimum) of a filter property's values over all vertices.");
 
   bindViewScene(m, cls);
+  bindViewEdgeStyle(cls);
   bindViewRepulsion(cls);
 }
 

@@ -1,10 +1,15 @@
 #include "ui/panels/ViewPanel.h"
 
 #include <QCheckBox>
+#include <QColorDialog>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QGridLayout>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QPixmap>
+#include <QPushButton>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <cmath>
@@ -29,6 +34,8 @@ struct SwitchRow {
 constexpr SwitchRow kSwitches[] = {
     {"Show nodes", "showNodes", &C::showNodes, &C::setShowNodes},
     {"Show edges", "showEdges", &C::showEdges, &C::setShowEdges},
+    {"Show arrows", "showArrows", &C::showArrows, &C::setShowArrows},
+    {"Width by weight", "edgeWidthByWeight", &C::edgeWidthByWeight, &C::setEdgeWidthByWeight},
     {"Blend lines", "blendLines", &C::blendLines, &C::setBlendLines},
     {"Edges depth test", "edgesDepthTest", &C::edgesDepthTest, &C::setEdgesDepthTest},
     {"Vertices depth test", "verticesDepthTest", &C::verticesDepthTest, &C::setVerticesDepthTest},
@@ -77,6 +84,7 @@ ViewPanel::ViewPanel(std::shared_ptr<VXLController> controller, QWidget* parent)
     : QWidget(parent), controller_(std::move(controller)) {
   new QFormLayout(this);
   addSwitches();
+  addEdgeColours();
   addNumbers();
   addLabels();
   addSizes();
@@ -104,6 +112,44 @@ void ViewPanel::addSwitches() {
       "Graphics report", "drawCaps", [this] { return controller_->networkView()->fDrawCaps(); },
       [this](bool on) { controller_->networkView()->setFDrawCaps(on); });
   static_cast<QFormLayout*>(layout())->addRow(grid);
+}
+
+void ViewPanel::addEdgeColours() {
+  using edge_style::ColourMode;
+  edgeColourMode_ = new QComboBox(this);
+  edgeColourMode_->setObjectName("edgeColorMode");
+  for (const auto& [label, mode] : {std::pair{tr("Endpoints"), ColourMode::Endpoints},
+                                    {tr("Weight"), ColourMode::Weight},
+                                    {tr("Single colour"), ColourMode::Single}}) {
+    edgeColourMode_->addItem(label, static_cast<int>(mode));
+  }
+  connect(edgeColourMode_, &QComboBox::activated, this, [this](int index) {
+    const auto mode = static_cast<ColourMode>(edgeColourMode_->itemData(index).toInt());
+    controller_->setEdgeColorMode(mode);
+  });
+  edgeColour_ = new QPushButton(this);
+  edgeColour_->setObjectName("edgeColor");
+  edgeColour_->setToolTip(tr("The colour of every edge in single colour mode"));
+  connect(edgeColour_, &QPushButton::clicked, this, [this] {
+    const scene::Rgb held = controller_->edgeColor();
+    const QColor chosen =
+        QColorDialog::getColor(QColor::fromRgbF(held.r, held.g, held.b), this, tr("Edge Colour"));
+    if (!chosen.isValid()) return;
+    controller_->setEdgeColor({chosen.redF(), chosen.greenF(), chosen.blueF()});
+    controller_->setEdgeColorMode(ColourMode::Single);
+    refresh();
+  });
+  auto* row = new QHBoxLayout;
+  row->addWidget(edgeColourMode_, 1);
+  row->addWidget(edgeColour_);
+  static_cast<QFormLayout*>(layout())->addRow(tr("Edge colours:"), row);
+}
+
+void ViewPanel::showEdgeColour() {
+  const scene::Rgb c = controller_->edgeColor();
+  QPixmap swatch(16, 16);
+  swatch.fill(QColor::fromRgbF(c.r, c.g, c.b));
+  edgeColour_->setIcon(QIcon(swatch));
 }
 
 void ViewPanel::addNumbers() {
@@ -243,6 +289,12 @@ void ViewPanel::refresh() {
     const QSignalBlocker block(box);
     box->setValue(get());
   }
+  {
+    const QSignalBlocker block(edgeColourMode_);
+    edgeColourMode_->setCurrentIndex(
+        edgeColourMode_->findData(static_cast<int>(controller_->edgeColorMode())));
+  }
+  showEdgeColour();
 }
 
 }  // namespace ui

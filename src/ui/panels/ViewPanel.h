@@ -1,8 +1,9 @@
 #pragma once
 // The view panel: the drawing switches, the overlays and the capability
-// report, the intensities, scale, clipping distances, line width and legend
-// size, which vertices show labels, and vertex sizes by property. Each
-// control goes through the controller's setter where there is one.
+// report, the edge colours (mode and single colour), the intensities, scale,
+// clipping distances, line width and legend size, which vertices show
+// labels, and vertex sizes by property. Each control goes through the
+// controller's setter where there is one.
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -11,6 +12,7 @@
 class QCheckBox;
 class QComboBox;
 class QDoubleSpinBox;
+class QPushButton;
 class VXLController;
 
 namespace ui {
@@ -29,10 +31,12 @@ class ViewPanel : public QWidget {
     std::function<Value()> get;
   };
   void addSwitches();
+  void addEdgeColours();
   void addNumbers();
   void addLabels();
   void addSizes();
   void refreshSizes();
+  void showEdgeColour();  // the single colour on its button
 
   std::shared_ptr<VXLController> controller_;
   std::vector<Bound<QCheckBox, bool>> switches_;
@@ -40,6 +44,8 @@ class ViewPanel : public QWidget {
   QComboBox* labels_ = nullptr;
   QComboBox* sizeProperty_ = nullptr;
   QComboBox* sizeTransform_ = nullptr;
+  QComboBox* edgeColourMode_ = nullptr;
+  QPushButton* edgeColour_ = nullptr;
 };
 
 }  // namespace ui
