@@ -6,12 +6,15 @@ const char* const kEdgeEndVertex = R"(#version 330 core
 layout(location = 0) in vec3 position;
 layout(location = 1) in vec3 colour;
 layout(location = 2) in uint flags;
+layout(location = 5) in float sizeFactor;
 uniform mat4 modelView;
 uniform float scale;
 out vec3 eyePosition;
 out vec3 vertexColour;
 flat out uint endFlags;
+out float endSize;
 void main() {
+  endSize = sizeFactor;
   eyePosition = (modelView * vec4(position * scale, 1.0)).xyz;
   vertexColour = colour;
   endFlags = flags;
@@ -59,6 +62,7 @@ void main() {
 const char* const kArrowGeometry = "#version 330 core\nlayout(lines) in;\n" PLEXVIEW_EDGE_ENDS R"(
 layout(triangle_strip, max_vertices = 3) out;
 uniform float targetRadius;
+in float endSize[];
 uniform float headLength;
 uniform float headHalfWidth;
 void emit(vec3 p, vec4 colour) {
@@ -70,10 +74,11 @@ void main() {
   vec3 to = eyePosition[0];
   vec3 d = to - eyePosition[1];
   float len = length(d);
-  float room = len - 2.0 * targetRadius;
+  float radius = targetRadius * endSize[0];
+  float room = len - 2.0 * radius;
   if (!(room > 0.0)) return;
   d /= len;
-  vec3 tip = to - d * targetRadius;
+  vec3 tip = to - d * radius;
   vec3 base = tip - d * min(headLength, room);
   vec3 side = cross(d, -base);
   float n = length(side);

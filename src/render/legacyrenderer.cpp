@@ -228,7 +228,8 @@ void LegacyRenderer::drawArrows(const SceneFrame& frame, std::uint64_t begin, st
   for (std::uint64_t k = begin; k < end; ++k) {
     if (!edgeDrawn(frame, k)) continue;
     const std::uint64_t t = frame.to[k];
-    const auto head = edge_style::arrowHead(eye(frame.from[k]), eye(t), radius);
+    const float size = frame.sizes ? frame.sizes[t] : 1.0f;
+    const auto head = edge_style::arrowHead(eye(frame.from[k]), eye(t), radius * size);
     if (!head) continue;
     setColour(endColour(frame, k, t));
     for (const edge_style::Point& p : {head->tip, head->left, head->right}) glVertex3fv(p.data());

@@ -255,7 +255,7 @@ void ShaderRenderer::instanceAttributes(std::uint64_t first) {
   glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 
-void ShaderRenderer::sizeAttribute(const SceneFrame& frame, std::uint64_t first) {
+void ShaderRenderer::sizeAttribute(const SceneFrame& frame, std::uint64_t first, SizeStep step) {
   using scene_shaders::kSizeFactor;
   if (!frame.sizes) {
     // Every vertex at the standard size: the shapes' sizes times exactly 1.
@@ -264,7 +264,7 @@ void ShaderRenderer::sizeAttribute(const SceneFrame& frame, std::uint64_t first)
     return;
   }
   glEnableVertexAttribArray(kSizeFactor);
-  glVertexAttribDivisor(kSizeFactor, 1);
+  glVertexAttribDivisor(kSizeFactor, step == SizeStep::PerInstance ? 1 : 0);
   glBindBuffer(GL_ARRAY_BUFFER, sizes_);
   glVertexAttribPointer(kSizeFactor, 1, GL_FLOAT, GL_FALSE, 0, byteOffset(4 * first));
   glBindBuffer(GL_ARRAY_BUFFER, 0);
@@ -364,7 +364,7 @@ void ShaderRenderer::drawVertices(const SceneFrame& frame, VertexCursor& cursor,
 
   glBindVertexArray(cubes ? cubeArray_ : sphereArray_);
   instanceAttributes(first);
-  sizeAttribute(frame, first);
+  sizeAttribute(frame, first, SizeStep::PerInstance);
   const auto count = static_cast<GLsizei>(end - first);
   if (cubes) {
     glDrawArraysInstanced(GL_TRIANGLES, 0, 72, count);
@@ -420,7 +420,9 @@ void ShaderRenderer::drawEdges(const SceneFrame& frame, std::uint64_t begin, std
   if (frame.edgeWidths) glLineWidth(frame.lineWidth);
   if (frame.arrows) {
     useEdgeProgram(arrow_, frame, perEdge);
+    // The tip stops at the target's shape, scaled by the target's size.
     glUniform1f(arrow_.targetRadius, edge_style::targetRadius(frame));
+    sizeAttribute(frame, 0, SizeStep::PerVertex);
     glUniform1f(arrow_.headLength, edge_style::kHeadLength);
     glUniform1f(arrow_.headHalfWidth, edge_style::kHeadHalfWidth);
     // The heads face the eye whatever their winding.

@@ -50,7 +50,9 @@ class ShaderRenderer final : public SceneRenderer {
   void instanceAttributes(std::uint64_t first);
   // The per-vertex size of the bound array from vertex `first` (a constant 1
   // without sizes), and the sizes' buffer, replaced only when they changed.
-  void sizeAttribute(const SceneFrame& frame, std::uint64_t first);
+  // Shapes take a size per instance, edge ends per vertex.
+  enum class SizeStep { PerInstance, PerVertex };
+  void sizeAttribute(const SceneFrame& frame, std::uint64_t first, SizeStep step);
   void uploadSizes(const SceneFrame& frame);
   // The edge colour rule and the edge colours' texture for an edge program.
   void useEdgeProgram(const Program& program, const SceneFrame& frame, bool perEdge);
