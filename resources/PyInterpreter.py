@@ -231,6 +231,8 @@ def renderFile(file, output, iterations=200, width=800, height=600, colorBy="", 
         view.setShowLabels(labels)
         write = pictureWriter(view, output)
         layOut(view, iterations, os.path.basename(file))
+        view.prepareFrame()
+        view.zoomToFit()  # framed, as a window frames a settled network
         write(width, height, controller.viewLineWidth())
     except (BatchError, plexview.ReadError, OSError, RuntimeError) as error:
         sys.stderr.write("plexview: %s\n" % (str(error) or "%s: %s" % (file, type(error).__name__)))

@@ -78,6 +78,9 @@ int runSnapshot(int argc, char** argv, const app::Options& options) {
   view.setNetwork(network);
   view.prepareFrame();  // the filter cache the steps read
   view.iterateBy(options.steps);
+  // Framed as a window frames a new network once its layout has settled.
+  view.prepareFrame();
+  view.zoomToFit();
   error = writeSnapshot(view, options.snapshot, options.width, options.height);
   if (!error.empty()) {
     printError(error);

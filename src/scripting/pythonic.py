@@ -141,8 +141,9 @@ def render(network: QLONetwork, path: str | _os.PathLike, size: tuple[int, int] 
     in pixels (None: the program's default). labels is "none", "selected" or
     "all": which vertices have their name written beside them.
 
-    As in a window, the drawn positions are kept in the network's "Position"
-    property. Drawing needs a display: without one, RuntimeError says to
+    As in a window once a new network's layout has settled, the camera frames
+    the whole network, and the drawn positions are kept in the network's
+    "Position" property. Drawing needs a display: without one, RuntimeError says to
     run under xvfb-run. OSError when the file cannot be written."""
     if labels not in ("none", "selected", "all"):
         raise ValueError('labels must be "none", "selected" or "all", not %r' % (labels,))
@@ -165,6 +166,7 @@ def render(network: QLONetwork, path: str | _os.PathLike, size: tuple[int, int] 
         view = controller.networkView()
         view.setShowLabels(labels)
         view.prepareFrame()
+        view.zoomToFit()  # framed, as a window frames a settled network
         if line_width is None:
             line_width = controller.viewLineWidth()
         report = view.exportImageToFile(_os.fspath(path), width, height, float(line_width))
