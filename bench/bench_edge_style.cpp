@@ -8,17 +8,14 @@
 #include <GL/gl.h>
 
 #include <QGuiApplication>
-#include <QOffscreenSurface>
-#include <QOpenGLContext>
-#include <QOpenGLFramebufferObject>
 #include <ctime>
 #include <memory>
 #include <random>
 
+#include "offscreen_target.h"
 #include "plexora/QLORandomGenerator.h"
 #include "render/VXLNetworkView.h"
 #include "render/edgestyle.h"
-#include "ui/glformat.h"
 
 namespace {
 
@@ -46,24 +43,6 @@ void BM_EdgeArrays(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 BENCHMARK(BM_EdgeArrays)->Arg(1000000)->Unit(benchmark::kMillisecond);
-
-struct OffscreenTarget {
-  QOpenGLContext context;
-  QOffscreenSurface surface;
-  std::unique_ptr<QOpenGLFramebufferObject> fbo;
-  bool make() {
-    context.setFormat(ui::viewSurfaceFormat());
-    if (!context.create()) return false;
-    surface.setFormat(context.format());
-    surface.create();
-    if (!context.makeCurrent(&surface)) return false;
-    QOpenGLFramebufferObjectFormat format;
-    format.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);
-    format.setSamples(4);
-    fbo = std::make_unique<QOpenGLFramebufferObject>(QSize(kWidth, kHeight), format);
-    return fbo->isValid() && fbo->bind();
-  }
-};
 
 // A random network of 2,000 vertices and average degree 8, directed and
 // weighted, after 5 layout steps.
@@ -128,7 +107,7 @@ BENCHMARK(BM_StyledFrame)
 int main(int argc, char** argv) {
   QGuiApplication application(argc, argv);
   OffscreenTarget target;
-  if (!target.make()) return 1;
+  if (!target.make(kWidth, kHeight)) return 1;
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();

@@ -11,9 +11,6 @@
 
 #include <QGuiApplication>
 #include <QImage>
-#include <QOffscreenSurface>
-#include <QOpenGLContext>
-#include <QOpenGLFramebufferObject>
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
@@ -23,36 +20,15 @@
 #include <memory>
 #include <thread>
 
+#include "offscreen_target.h"
 #include "plexora/QLORandomGenerator.h"
 #include "render/VXLNetworkView.h"
-#include "ui/glformat.h"
 
 namespace {
 
 constexpr int kWidth = 800;
 constexpr int kHeight = 600;
 QOpenGLFramebufferObject* gTarget = nullptr;
-
-// One context and one multisampled framebuffer for the whole run.
-struct OffscreenTarget {
-  QOpenGLContext context;
-  QOffscreenSurface surface;
-  std::unique_ptr<QOpenGLFramebufferObject> fbo;
-
-  bool make() {
-    context.setFormat(ui::viewSurfaceFormat());
-    if (!context.create()) return false;
-    surface.setFormat(context.format());
-    surface.create();
-    if (!context.makeCurrent(&surface)) return false;
-    QOpenGLFramebufferObjectFormat format;
-    format.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);
-    format.setSamples(4);
-    fbo = std::make_unique<QOpenGLFramebufferObject>(QSize(kWidth, kHeight), format);
-    gTarget = fbo.get();
-    return fbo->isValid() && fbo->bind();
-  }
-};
 
 // A random network of the given average degree, laid out for a few steps
 // so the picture is not the start cube. Each size is laid out once per run
@@ -228,10 +204,11 @@ BENCHMARK(BM_StepsWhileDrawing)
 int main(int argc, char** argv) {
   QGuiApplication app(argc, argv);
   OffscreenTarget target;
-  if (!target.make()) {
+  if (!target.make(kWidth, kHeight)) {
     std::fprintf(stderr, "bench_frame: no off-screen OpenGL context (is there an X display?)\n");
     return 1;
   }
+  gTarget = target.fbo.get();
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();

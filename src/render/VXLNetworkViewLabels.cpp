@@ -149,20 +149,10 @@ void VXLNetworkView::recordLabels(double width, double height) {
   const float colour[4] = {look.text.r, look.text.g, look.text.b, look.text.a};
   // Pixels with y upwards; a text is anchored at the middle of its box's
   // left edge.
-  glMatrixMode(GL_PROJECTION);
-  glPushMatrix();
-  glLoadIdentity();
-  glOrtho(0, width, 0, height, -1, 1);
-  glMatrixMode(GL_MODELVIEW);
-  glPushMatrix();
-  glLoadIdentity();
+  const vector_export::PixelCoordinates pixels(width, height);
   for (std::size_t i = 0; i < labels.placed.size(); ++i) {
     const PlacedLabel& box = labels.placed[i];
     glRasterPos3d(box.x, height - (box.y + box.height / 2), kTextDepth);
     vector_export::text(labels.texts[i], labels::kPixelSize, colour);
   }
-  glPopMatrix();
-  glMatrixMode(GL_PROJECTION);
-  glPopMatrix();
-  glMatrixMode(GL_MODELVIEW);
 }

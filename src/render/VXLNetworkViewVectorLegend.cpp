@@ -49,13 +49,7 @@ void VXLNetworkView::recordLegend(double width, double height) {
 
   // Pixels with y upwards; the legend's lower left corner sits kInset from
   // the picture's lower left one, where drawInfo puts it.
-  glMatrixMode(GL_PROJECTION);
-  glPushMatrix();
-  glLoadIdentity();
-  glOrtho(0, width, 0, height, -1, 1);
-  glMatrixMode(GL_MODELVIEW);
-  glPushMatrix();
-  glLoadIdentity();
+  const vector_export::PixelCoordinates pixels(width, height);
   vector_export::image({kInset, kInset, kImageDepth, {background.r, background.g, background.b}},
                        image.width(), image.height(), rgb.data());
   for (const legend::PlacedText& t : texts) {
@@ -63,8 +57,4 @@ void VXLNetworkView::recordLegend(double width, double height) {
     const float colour[4] = {t.colour.r, t.colour.g, t.colour.b, t.colour.a};
     vector_export::text(t.text, t.pointSize, colour);
   }
-  glPopMatrix();
-  glMatrixMode(GL_PROJECTION);
-  glPopMatrix();
-  glMatrixMode(GL_MODELVIEW);
 }

@@ -69,6 +69,23 @@ void lineWidthMarker(float width) {
   if (gRecording) gl2psLineWidth(width);
 }
 
+PixelCoordinates::PixelCoordinates(double width, double height) {
+  glMatrixMode(GL_PROJECTION);
+  glPushMatrix();
+  glLoadIdentity();
+  glOrtho(0, width, 0, height, -1, 1);
+  glMatrixMode(GL_MODELVIEW);
+  glPushMatrix();
+  glLoadIdentity();
+}
+
+PixelCoordinates::~PixelCoordinates() {
+  glPopMatrix();
+  glMatrixMode(GL_PROJECTION);
+  glPopMatrix();
+  glMatrixMode(GL_MODELVIEW);
+}
+
 void image(const ImagePlace& place, int width, int height, const float* rgb) {
   if (!gRecording) return;
   if (gFormat != ExportFormat::Svg) {

@@ -39,6 +39,16 @@ void beginBlendMarker();
 // While recording: lines from here on are `width` pixels wide.
 void lineWidthMarker(float width);
 
+// While alive: drawing coordinates are the page's pixels, y upwards (the
+// projection and model-view matrices are pushed, and popped at the end).
+class PixelCoordinates {
+ public:
+  PixelCoordinates(double width, double height);
+  ~PixelCoordinates();
+  PixelCoordinates(const PixelCoordinates&) = delete;
+  PixelCoordinates& operator=(const PixelCoordinates&) = delete;
+};
+
 // While recording: an RGB image of floats, bottom row first, with its lower
 // left corner at (x, y, depth) in the current coordinates (pixels). SVG
 // documents get it as rectangles of one colour, leaving out the pixels of
