@@ -55,7 +55,7 @@ void VXLNetworkView::setLabelProperty(const std::string& name) {
   noteChange();
 }
 
-VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height) const {
+VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height) {
   const LabelMode mode = showLabels();
   if (mode == LabelMode::None || !(width > 0 && height > 0)) return {};
   if (!overlay::haveGuiApplication()) return {};
@@ -64,6 +64,7 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
   std::vector<float> xyz;  // the x, y and z planes
   std::vector<std::uint8_t> selected;
   std::string property;
+  FloatsPtr sizes;
   {
     std::lock_guard lock(lock_);
     if (!network_ || !positions_ || positions_->count() != network_->countVertices()) return {};
@@ -76,6 +77,8 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
       selected.assign(mask, mask + V);
     }
     property = labelProperty_;
+    refreshSizes();
+    if (sizing_.sizes && sizing_.sizes->size() == V) sizes = sizing_.sizes;
   }
   const std::size_t V = xyz.size() / 3;
   std::vector<std::uint8_t> shown(V, 0);
@@ -91,7 +94,7 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
       camera::frustumMatrix(camera::frustum(view, nearClipDistance(), farClipDistance()));
   const Matrix4 m = camera::multiply(
       projection, camera::modelView(view, dragRotation(), worldRotation(), objectRotation()));
-  // A ball's radius in pixels at unit distance.
+  // A standard ball's radius in pixels at unit distance.
   const double pixelsPerUnit = scene_shapes::kShellSize * projection[5] * height / 2;
   const double s = scale();
   std::vector<ScreenPoint> screen(V);
@@ -103,7 +106,9 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
     const double cw = m[3] * x + m[7] * y + m[11] * z + m[15];
     // Outside the depth range (or behind the eye) the vertex is not drawn.
     if (!(cw > 0) || !(std::abs(cz) <= cw)) continue;
-    screen[i] = {(cx / cw + 1) / 2 * width, (1 - cy / cw) / 2 * height, cw, pixelsPerUnit / cw};
+    const double size = sizes ? static_cast<double>((*sizes)[i]) : 1.0;
+    screen[i] = {(cx / cw + 1) / 2 * width, (1 - cy / cw) / 2 * height, cw,
+                 pixelsPerUnit * size / cw};
   }
 
   LabelRequest request;

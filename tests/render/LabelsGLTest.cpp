@@ -77,6 +77,26 @@ TEST_F(Labels, PicturesShowThemInTheirBoxesOnEitherBackground) {
   }
 }
 
+TEST_F(Labels, BoxesClearTheirVertexAtItsSize) {
+  const double weights[] = {8, 1};
+  ASSERT_TRUE(
+      view.network()->setPropertiesOfVertices(QLONumberArray::initWithDoubles(weights), "Weight"));
+  view.setSizeProperty("Weight");
+  view.setSizeRange({1, 6});  // the red vertex six times the standard size
+  const QImage bare = picture("bare.png");
+  view.setShowLabels(LabelMode::All);
+  const VXLNetworkView::Labels labels = view.placedLabels(300, 200);
+  ASSERT_EQ(labels.texts.front(), "Alpha");
+  const PlacedLabel& box = labels.placed.front();
+  int red = 0;
+  for (int y = static_cast<int>(box.y); y < static_cast<int>(box.y + box.height); ++y) {
+    for (int x = static_cast<int>(box.x); x < static_cast<int>(box.x + box.width); ++x) {
+      red += dominant(bare.pixelColor(x, y), 0);
+    }
+  }
+  EXPECT_EQ(red, 0) << "the label lies over its vertex";
+}
+
 TEST_F(Labels, TextsComeFromTheChosenPropertyElseNameElseNumbers) {
   view.setShowLabels(LabelMode::All);
   const double weights[] = {1.5, -2};
