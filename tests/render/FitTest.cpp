@@ -136,6 +136,20 @@ TEST(ViewTools, FitFollowsShownVerticesAndNewNetworksAreFramed) {
   EXPECT_NEAR(view.camera().rotationCenter[0], 10, 1e-3);
   view.setSelectedVertices({4});  // selected but filtered out
   EXPECT_FALSE(view.frameSelection());
+
+  // Vertices drawn ten times the standard size are framed whole.
+  view.setSizeProperty("Node Degree");
+  view.setSizeRange({10, 10});
+  ASSERT_TRUE(view.zoomToFit());
+  const VXLCamera fitted = view.camera();
+  const Matrix4 projection =
+      camera::frustumMatrix(camera::frustum(fitted, view.nearClipDistance(), 1e9f));
+  const Matrix4 eye =
+      camera::modelView(fitted, std::nullopt, view.worldRotation(), view.objectRotation());
+  const double s = view.scale(), radius = 0.7 * 10;
+  for (const double x : {10 * s - radius, 30 * s + radius}) {  // the end balls' outer edges
+    EXPECT_LE(std::abs(camera::project(projection, eye, {x, 0, 0}).x), 1.0) << x;
+  }
 }
 
 TEST(ViewTools, SelectAllInvertNeighboursAndFind) {
