@@ -231,7 +231,10 @@ def renderFile(file, output, iterations=200, width=800, height=600, colorBy="", 
         view.setShowLabels(labels)
         write = pictureWriter(view, output)
         layOut(view, iterations, os.path.basename(file))
-        write(width, height, controller.viewLineWidth())
+        try:
+            write(width, height, controller.viewLineWidth())
+        except OSError:
+            return 1  # the view has logged why
     except (BatchError, plexview.ReadError, OSError, RuntimeError) as error:
         sys.stderr.write("plexview: %s\n" % (str(error) or "%s: %s" % (file, type(error).__name__)))
         return 1
