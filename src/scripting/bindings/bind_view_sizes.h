@@ -42,9 +42,12 @@ void bindVertexSizes(Class& cls) {
       },
       py::arg("name"),
       "Sizes vertices by a number property or a measure (\"Node Degree\", ...), or \"None\".");
-  cls.def("sizeTransform", [](const T& target) {
-    return std::string(vertex_sizes::transformName(target.sizeTransform()));
-  });
+  cls.def(
+      "sizeTransform",
+      [](const T& target) {
+        return std::string(vertex_sizes::transformName(target.sizeTransform()));
+      },
+      "How the size property's values are transformed: \"linear\", \"sqrt\" or \"log\".");
   cls.def(
       "setSizeTransform",
       [](T& target, const std::string& name) {
