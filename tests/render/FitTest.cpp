@@ -170,7 +170,8 @@ TEST(ViewTools, SelectAllInvertNeighboursAndFind) {
 
   EXPECT_EQ(view.findVertices("alp"), (std::vector<std::uint64_t>{0, 3, 4}));
   EXPECT_EQ(view.findVertices("BET"), (std::vector<std::uint64_t>{1, 3}));
-  EXPECT_TRUE(view.findVertices("7").empty());  // numbers other than Name are not searched
+  EXPECT_TRUE(
+      view.findVertices("7").empty());  // neither number properties nor, with names, numbers
   EXPECT_TRUE(view.findVertices("").empty());
 
   view.setSelectedVertices({1});
@@ -182,4 +183,11 @@ TEST(ViewTools, SelectAllInvertNeighboursAndFind) {
   EXPECT_EQ(view.selectedIndices(), (std::vector<std::uint64_t>{2}));
   view.selectAll();
   EXPECT_EQ(view.selectedIndices().size(), 5u);
+
+  // Without names the vertex numbers are searched, as the labels show them.
+  auto unnamed = testing_support::chain(std::vector<float>(12, 1.0f));  // 13 vertices
+  unnamed->setPropertiesOfVertices(std::make_shared<TextList>(TextList(13, "x")), "Kind");
+  view.setNetwork(unnamed);
+  EXPECT_EQ(view.findVertices("1"), (std::vector<std::uint64_t>{1, 10, 11, 12}));
+  EXPECT_EQ(view.findVertices("X").size(), 13u);
 }

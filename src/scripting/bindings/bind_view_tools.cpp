@@ -21,7 +21,8 @@ void bindViewTools(py::module_& m) {
   cls.def("shownVertices", &VXLNetworkView::shownVertices,
           "Indices of the vertices the filter and the colouring leave shown, ascending.");
   cls.def("findVertices", &VXLNetworkView::findVertices, py::arg("text"),
-          "Vertices whose Name or a text property contains text, ignoring case.");
+          "Vertices whose Name (without names: number) or a text property contains text, "
+          "ignoring case.");
   cls.def("selectAll", &VXLNetworkView::selectAll, "Selects every vertex.");
   cls.def("invertSelection", &VXLNetworkView::invertSelection,
           "Selects the vertices that were not selected, and only those.");
