@@ -384,6 +384,7 @@ class VXLNetworkView {
   struct Labels {
     std::vector<PlacedLabel> placed;
     std::vector<std::string> texts;
+    double pixelSize = 0;  // the text size (labels::pixelSizeFor the height)
   };
   Labels placedLabels(double width, double height);
 

@@ -118,10 +118,12 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
   request.mode = mode;
   request.width = width;
   request.height = height;
-  const QFont font = labels::font();
-  request.labelHeight = labels::boxHeight(font);
-  const auto text = textsOf(*net, property);
   Labels labels;
+  labels.pixelSize = labels::pixelSizeFor(height);
+  const QFont font = labels::font(labels.pixelSize);
+  request.labelHeight = labels::boxHeight(font);
+  request.gap *= labels.pixelSize / labels::kPixelSize;
+  const auto text = textsOf(*net, property);
   labels.placed = placeLabels(request, text, labels::measurer(font));
   labels.texts.reserve(labels.placed.size());
   for (const PlacedLabel& p : labels.placed) labels.texts.push_back(text(p.vertex));
@@ -134,8 +136,9 @@ void VXLNetworkView::drawLabels(double width, double height, const Matrix4& wind
   // Only the part the window shows is painted: a tile of a large picture
   // needs no picture-sized image.
   const auto [x, y, w, h] = windowRegion(window, width, height);
-  const QImage image = labels::paint(labels.placed, labels.texts, QRectF(x, y, w, h),
-                                     labels::font(), backgroundOf(blackBackground()));
+  const QImage image =
+      labels::paint(labels.placed, labels.texts, QRectF(x, y, w, h), labels::font(labels.pixelSize),
+                    backgroundOf(blackBackground()));
   // A texture of its own for this one draw: the exports draw in contexts
   // other than the window's.
   unsigned int name = 0;
@@ -164,7 +167,7 @@ void VXLNetworkView::recordLabels(double width, double height) {
   for (std::size_t i = 0; i < labels.placed.size(); ++i) {
     const PlacedLabel& box = labels.placed[i];
     glRasterPos3d(box.x, height - (box.y + box.height / 2), kTextDepth);
-    vector_export::text(labels.texts[i], labels::kPixelSize, colour);
+    vector_export::text(labels.texts[i], labels.pixelSize, colour);
   }
   glPopMatrix();
   glMatrixMode(GL_PROJECTION);
