@@ -233,7 +233,10 @@ def renderFile(file, output, iterations=200, width=800, height=600, colorBy="", 
         layOut(view, iterations, os.path.basename(file))
         view.prepareFrame()
         view.zoomToFit()  # framed, as a window frames a settled network
-        write(width, height, controller.viewLineWidth())
+        try:
+            write(width, height, controller.viewLineWidth())
+        except OSError:
+            return 1  # the view has logged why
     except (BatchError, plexview.ReadError, OSError, RuntimeError) as error:
         sys.stderr.write("plexview: %s\n" % (str(error) or "%s: %s" % (file, type(error).__name__)))
         return 1

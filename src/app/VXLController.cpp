@@ -291,6 +291,10 @@ void VXLController::selectFilterProperty(const std::string& name) {
   filter_.titles = app::filterPropertyTitles(network.get());
   filter_.selected = app::selectedFilterTitle(filter_.titles, name, filter_.selected);
   view_->setShouldUpdateFilterProperty(true);
+  // The view takes the values and resets its range to them now, not at the
+  // next frame, which would undo a range set before it is drawn.
+  updateFilterSelector();
+  view_->prepareFrame();
   refresh(Panel::Properties);
 }
 

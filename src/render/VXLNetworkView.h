@@ -406,12 +406,14 @@ class VXLNetworkView {
   std::string labelProperty() const;
   void setLabelProperty(const std::string& name);
   // The labels a width x height picture of the view as it is now shows:
-  // their boxes (pixels, origin top left) and texts, in placing order.
+  // their boxes (pixels, origin top left) and texts, in placing order. Each
+  // box clears its vertex as drawn at its size (vertexSizes).
   struct Labels {
     std::vector<PlacedLabel> placed;
     std::vector<std::string> texts;
+    double pixelSize = 0;  // the text size (labels::pixelSizeFor the height)
   };
-  Labels placedLabels(double width, double height) const;
+  Labels placedLabels(double width, double height);
 
   // --- Camera ---
   VXLCamera camera() const;

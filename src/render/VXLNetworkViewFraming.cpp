@@ -47,8 +47,17 @@ bool VXLNetworkView::frameVertices(const std::vector<std::uint64_t>& vertices) {
   const std::vector<Vec3d> points = scaledPositions(vertices);
   const Matrix4 rotation = camera::multiply(camera::rotationMatrix(worldRotation_),
                                             camera::rotationMatrix(objectRotation_));
-  // Vertices are drawn as balls of up to 0.8 (the selected shell).
-  const camera::FitOptions options{0.06, 0.8, 4.0};
+  // Vertices are drawn as balls of up to 0.8 (the selected shell) times
+  // their size.
+  float largest = 1;
+  refreshSizes();
+  if (const FloatsPtr sizes = sizing_.sizes; sizes && !vertices.empty()) {
+    largest = 0;
+    for (const std::uint64_t v : vertices) {
+      if (v < sizes->size()) largest = std::max(largest, (*sizes)[v]);
+    }
+  }
+  const camera::FitOptions options{0.06, 0.8 * static_cast<double>(largest), 4.0};
   if (!camera::fitCamera(camera_, rotation, points, nearClipDistance(), options)) return false;
   projectionStale_.store(true);
   noteChange();

@@ -55,7 +55,7 @@ void VXLNetworkView::setLabelProperty(const std::string& name) {
   noteChange();
 }
 
-VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height) const {
+VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height) {
   const LabelMode mode = showLabels();
   if (mode == LabelMode::None || !(width > 0 && height > 0)) return {};
   if (!overlay::haveGuiApplication()) return {};
@@ -64,6 +64,7 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
   std::vector<float> xyz;  // the x, y and z planes
   std::vector<std::uint8_t> selected;
   std::string property;
+  FloatsPtr sizes;
   {
     std::lock_guard lock(lock_);
     if (!network_ || !positions_ || positions_->count() != network_->countVertices()) return {};
@@ -76,6 +77,8 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
       selected.assign(mask, mask + V);
     }
     property = labelProperty_;
+    refreshSizes();
+    if (sizing_.sizes && sizing_.sizes->size() == V) sizes = sizing_.sizes;
   }
   const std::size_t V = xyz.size() / 3;
   std::vector<std::uint8_t> shown(V, 0);
@@ -91,7 +94,7 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
       camera::frustumMatrix(camera::frustum(view, nearClipDistance(), farClipDistance()));
   const Matrix4 m = camera::multiply(
       projection, camera::modelView(view, dragRotation(), worldRotation(), objectRotation()));
-  // A ball's radius in pixels at unit distance.
+  // A standard ball's radius in pixels at unit distance.
   const double pixelsPerUnit = scene_shapes::kShellSize * projection[5] * height / 2;
   const double s = scale();
   std::vector<ScreenPoint> screen(V);
@@ -103,7 +106,9 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
     const double cw = m[3] * x + m[7] * y + m[11] * z + m[15];
     // Outside the depth range (or behind the eye) the vertex is not drawn.
     if (!(cw > 0) || !(std::abs(cz) <= cw)) continue;
-    screen[i] = {(cx / cw + 1) / 2 * width, (1 - cy / cw) / 2 * height, cw, pixelsPerUnit / cw};
+    const double size = sizes ? static_cast<double>((*sizes)[i]) : 1.0;
+    screen[i] = {(cx / cw + 1) / 2 * width, (1 - cy / cw) / 2 * height, cw,
+                 pixelsPerUnit * size / cw};
   }
 
   LabelRequest request;
@@ -113,10 +118,12 @@ VXLNetworkView::Labels VXLNetworkView::placedLabels(double width, double height)
   request.mode = mode;
   request.width = width;
   request.height = height;
-  const QFont font = labels::font();
-  request.labelHeight = labels::boxHeight(font);
-  const auto text = textsOf(*net, property);
   Labels labels;
+  labels.pixelSize = labels::pixelSizeFor(height);
+  const QFont font = labels::font(labels.pixelSize);
+  request.labelHeight = labels::boxHeight(font);
+  request.gap *= labels.pixelSize / labels::kPixelSize;
+  const auto text = textsOf(*net, property);
   labels.placed = placeLabels(request, text, labels::measurer(font));
   labels.texts.reserve(labels.placed.size());
   for (const PlacedLabel& p : labels.placed) labels.texts.push_back(text(p.vertex));
@@ -129,8 +136,9 @@ void VXLNetworkView::drawLabels(double width, double height, const Matrix4& wind
   // Only the part the window shows is painted: a tile of a large picture
   // needs no picture-sized image.
   const auto [x, y, w, h] = windowRegion(window, width, height);
-  const QImage image = labels::paint(labels.placed, labels.texts, QRectF(x, y, w, h),
-                                     labels::font(), backgroundOf(blackBackground()));
+  const QImage image =
+      labels::paint(labels.placed, labels.texts, QRectF(x, y, w, h), labels::font(labels.pixelSize),
+                    backgroundOf(blackBackground()));
   // A texture of its own for this one draw: the exports draw in contexts
   // other than the window's.
   unsigned int name = 0;
@@ -153,6 +161,6 @@ void VXLNetworkView::recordLabels(double width, double height) {
   for (std::size_t i = 0; i < labels.placed.size(); ++i) {
     const PlacedLabel& box = labels.placed[i];
     glRasterPos3d(box.x, height - (box.y + box.height / 2), kTextDepth);
-    vector_export::text(labels.texts[i], labels::kPixelSize, colour);
+    vector_export::text(labels.texts[i], labels.pixelSize, colour);
   }
 }

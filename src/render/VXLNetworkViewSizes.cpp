@@ -1,5 +1,6 @@
 // Vertex sizes by property: the settings, and the sizes a frame draws, made
 // again only when a setting or the network changed.
+#include <sstream>
 #include <stdexcept>
 
 #include "filter/filtering.h"
@@ -37,10 +38,10 @@ vertex_sizes::Range VXLNetworkView::sizeRange() const {
 
 void VXLNetworkView::setSizeRange(const vertex_sizes::Range& range) {
   if (!vertex_sizes::validRange(range)) {
-    throw std::invalid_argument("vertex sizes need 0 < minimum <= maximum <= " +
-                                std::to_string(static_cast<int>(vertex_sizes::kLargestSize)) +
-                                " (got " + std::to_string(range.minimum) + " and " +
-                                std::to_string(range.maximum) + ")");
+    std::ostringstream message;
+    message << "vertex sizes need 0 < minimum <= maximum <= " << vertex_sizes::kLargestSize
+            << " (got " << range.minimum << " and " << range.maximum << ")";
+    throw std::invalid_argument(message.str());
   }
   noteChange();
   std::lock_guard lock(lock_);

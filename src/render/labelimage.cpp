@@ -3,30 +3,42 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
+#include <cmath>
 
 #include "render/overlaypainting.h"
 
 namespace labels {
 namespace {
 
-constexpr double kHalo = 3.0;  // the halo's pen width; half of it shows outside the glyphs
+// The halo's pen width at the standard size; half of it shows outside the
+// glyphs.
+constexpr double kHalo = 3.0;
+
+double haloOf(const QFont& f) {
+  return kHalo * f.pixelSize() / kPixelSize;
+}
 
 }  // namespace
 
-QFont font() {
+double pixelSizeFor(double pictureHeight) {
+  return kPixelSize * std::max(1.0, pictureHeight / kReferenceHeight);
+}
+
+QFont font(double pixelSize) {
   QFont f(QStringLiteral("Helvetica"));
-  f.setPixelSize(kPixelSize);
+  f.setPixelSize(std::max(1, static_cast<int>(std::lround(pixelSize))));
   return f;
 }
 
 std::function<double(const std::string&)> measurer(const QFont& f) {
-  return [metrics = QFontMetricsF(f)](const std::string& text) {
-    return metrics.horizontalAdvance(QString::fromStdString(text)) + kHalo;
+  return [metrics = QFontMetricsF(f), halo = haloOf(f)](const std::string& text) {
+    return metrics.horizontalAdvance(QString::fromStdString(text)) + halo;
   };
 }
 
 double boxHeight(const QFont& f) {
-  return QFontMetricsF(f).height() + kHalo;
+  return QFontMetricsF(f).height() + haloOf(f);
 }
 
 Look lookOn(scene::Background background) {
@@ -43,13 +55,14 @@ QImage paint(std::span<const PlacedLabel> placed, std::span<const std::string> t
   painter.setRenderHint(QPainter::TextAntialiasing, true);
   painter.translate(-region.topLeft());
   const QFontMetricsF metrics(f);
-  const QPen halo(overlay::qColour(look.halo), kHalo, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+  const double width = haloOf(f);
+  const QPen halo(overlay::qColour(look.halo), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
   const QBrush fill(overlay::qColour(look.text));
   for (std::size_t i = 0; i < placed.size() && i < texts.size(); ++i) {
     const PlacedLabel& box = placed[i];
     if (!region.intersects(QRectF(box.x, box.y, box.width, box.height))) continue;
     QPainterPath path;
-    path.addText(box.x + kHalo / 2, box.y + kHalo / 2 + metrics.ascent(), f,
+    path.addText(box.x + width / 2, box.y + width / 2 + metrics.ascent(), f,
                  QString::fromStdString(texts[i]));
     painter.strokePath(path, halo);
     painter.fillPath(path, fill);

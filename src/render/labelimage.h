@@ -15,12 +15,16 @@
 
 namespace labels {
 
-// The label text size in pixels.
+// The label text size in pixels, in pictures up to kReferenceHeight pixels
+// tall; a taller picture (a large export) has labels as much larger as it is
+// taller, so they keep their share of it, as the legend does.
 inline constexpr int kPixelSize = 12;
+inline constexpr double kReferenceHeight = 1000;
+double pixelSizeFor(double pictureHeight);
 
-QFont font();
+QFont font(double pixelSize = kPixelSize);
 // The width and the height of a text's box in `font`, a halo's width
-// included.
+// (in proportion to the font's size) included.
 std::function<double(const std::string&)> measurer(const QFont& font);
 double boxHeight(const QFont& font);
 

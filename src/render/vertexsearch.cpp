@@ -10,6 +10,15 @@ std::vector<std::uint64_t> findVertices(const PropertyTable& properties, std::ui
   std::vector<char> hit(count, 0);
   const QString needle = QString::fromStdString(text);
   if (needle.isEmpty()) return {};
+  // Without names a vertex is shown by its number, so the number is searched.
+  const bool named = std::any_of(properties.begin(), properties.end(), [&](const auto& entry) {
+    return entry.first == "Name" && propertyCount(entry.second) >= count;
+  });
+  if (!named) {
+    for (std::uint64_t v = 0; v < count; ++v) {
+      hit[v] = QString::number(v).contains(needle) ? 1 : 0;
+    }
+  }
   for (const auto& [name, value] : properties) {
     const bool isText = std::holds_alternative<std::shared_ptr<TextList>>(value);
     if (name != "Name" && !isText) continue;

@@ -1,6 +1,7 @@
 #pragma once
 // Finding vertices by text: a case-insensitive substring of the "Name"
-// property (in any form) or of any text property.
+// property (in any form) or of any text property; of the vertex number too
+// when the network has no names (the labels then show the numbers).
 #include <cstdint>
 #include <string>
 #include <vector>

@@ -33,13 +33,21 @@ class ViewSizesTest(unittest.TestCase):
 
     def test_bad_names_and_ranges_are_value_errors(self):
         for target in (VXLNetworkView(), VXLController.init()):
-            target.setNetwork(path_network([1.0, 2.0]))
+            network = path_network([1.0, 2.0])
+            network.setPropertiesOfVertices(["a", "b"], "group")
+            target.setNetwork(network)
             with self.assertRaisesRegex(ValueError, "cube"):
                 target.setSizeTransform("cube")
-            with self.assertRaisesRegex(ValueError, "missing"):
-                target.setSizeProperty("missing")
-            for low, high in ((0.0, 1.0), (2.0, 1.0), (1.0, float("nan")), (1.0, 1000.0)):
-                with self.assertRaises(ValueError, msg=(low, high)):
+            # The message tells a missing name from a text property, and lists the choices.
+            for name, reason in (("missing", 'no number property or measure named "missing"'),
+                                 ("group", '"group" is not a number property')):
+                with self.assertRaisesRegex(
+                        ValueError, reason + '; sizes can follow "None", "Node Degree", "w"$'):
+                    target.setSizeProperty(name)
+            for low, high, shown in ((0.0, 1.0, "got 0 and 1"), (2.0, 1.0, "got 2 and 1"),
+                                     (1.0, float("nan"), "got 1 and nan"),
+                                     (1.0, 1000.0, "<= 100 .got 1 and 1000")):
+                with self.assertRaisesRegex(ValueError, shown):
                     target.setSizeRange(low, high)
             self.assertEqual((target.sizeProperty(), target.sizeTransform(), target.sizeRange()),
                              ("None", "linear", (0.5, 3.0)))

@@ -136,6 +136,20 @@ TEST(ViewTools, FitFollowsShownVerticesAndNewNetworksAreFramed) {
   EXPECT_NEAR(view.camera().rotationCenter[0], 10, 1e-3);
   view.setSelectedVertices({4});  // selected but filtered out
   EXPECT_FALSE(view.frameSelection());
+
+  // Vertices drawn ten times the standard size are framed whole.
+  view.setSizeProperty("Node Degree");
+  view.setSizeRange({10, 10});
+  ASSERT_TRUE(view.zoomToFit());
+  const VXLCamera fitted = view.camera();
+  const Matrix4 projection =
+      camera::frustumMatrix(camera::frustum(fitted, view.nearClipDistance(), 1e9f));
+  const Matrix4 eye =
+      camera::modelView(fitted, std::nullopt, view.worldRotation(), view.objectRotation());
+  const double s = view.scale(), radius = 0.7 * 10;
+  for (const double x : {10 * s - radius, 30 * s + radius}) {  // the end balls' outer edges
+    EXPECT_LE(std::abs(camera::project(projection, eye, {x, 0, 0}).x), 1.0) << x;
+  }
 }
 
 TEST(ViewTools, SelectAllInvertNeighboursAndFind) {
@@ -156,7 +170,8 @@ TEST(ViewTools, SelectAllInvertNeighboursAndFind) {
 
   EXPECT_EQ(view.findVertices("alp"), (std::vector<std::uint64_t>{0, 3, 4}));
   EXPECT_EQ(view.findVertices("BET"), (std::vector<std::uint64_t>{1, 3}));
-  EXPECT_TRUE(view.findVertices("7").empty());  // numbers other than Name are not searched
+  EXPECT_TRUE(
+      view.findVertices("7").empty());  // neither number properties nor, with names, numbers
   EXPECT_TRUE(view.findVertices("").empty());
 
   view.setSelectedVertices({1});
@@ -168,4 +183,11 @@ TEST(ViewTools, SelectAllInvertNeighboursAndFind) {
   EXPECT_EQ(view.selectedIndices(), (std::vector<std::uint64_t>{2}));
   view.selectAll();
   EXPECT_EQ(view.selectedIndices().size(), 5u);
+
+  // Without names the vertex numbers are searched, as the labels show them.
+  auto unnamed = testing_support::chain(std::vector<float>(12, 1.0f));  // 13 vertices
+  unnamed->setPropertiesOfVertices(std::make_shared<TextList>(TextList(13, "x")), "Kind");
+  view.setNetwork(unnamed);
+  EXPECT_EQ(view.findVertices("1"), (std::vector<std::uint64_t>{1, 10, 11, 12}));
+  EXPECT_EQ(view.findVertices("X").size(), 13u);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "export_support.h"
+#include "render/labelimage.h"
 
 namespace {
 
@@ -77,6 +78,26 @@ TEST_F(Labels, PicturesShowThemInTheirBoxesOnEitherBackground) {
   }
 }
 
+TEST_F(Labels, BoxesClearTheirVertexAtItsSize) {
+  const double weights[] = {8, 1};
+  ASSERT_TRUE(
+      view.network()->setPropertiesOfVertices(QLONumberArray::initWithDoubles(weights), "Weight"));
+  view.setSizeProperty("Weight");
+  view.setSizeRange({1, 6});  // the red vertex six times the standard size
+  const QImage bare = picture("bare.png");
+  view.setShowLabels(LabelMode::All);
+  const VXLNetworkView::Labels labels = view.placedLabels(300, 200);
+  ASSERT_EQ(labels.texts.front(), "Alpha");
+  const PlacedLabel& box = labels.placed.front();
+  int red = 0;
+  for (int y = static_cast<int>(box.y); y < static_cast<int>(box.y + box.height); ++y) {
+    for (int x = static_cast<int>(box.x); x < static_cast<int>(box.x + box.width); ++x) {
+      red += dominant(bare.pixelColor(x, y), 0);
+    }
+  }
+  EXPECT_EQ(red, 0) << "the label lies over its vertex";
+}
+
 TEST_F(Labels, TextsComeFromTheChosenPropertyElseNameElseNumbers) {
   view.setShowLabels(LabelMode::All);
   const double weights[] = {1.5, -2};
@@ -91,6 +112,25 @@ TEST_F(Labels, TextsComeFromTheChosenPropertyElseNameElseNumbers) {
   }
   install(view, network(2, {{0, 1}}), {kUpperLeft, kLowerRight});  // no Name
   EXPECT_EQ(view.placedLabels(300, 200).texts, (std::vector<std::string>{"0", "1"}));
+}
+
+TEST_F(Labels, GrowInPicturesTallerThanTheReference) {
+  view.setShowLabels(LabelMode::All);
+  const VXLNetworkView::Labels standard = view.placedLabels(300, 1000);
+  const VXLNetworkView::Labels tall = view.placedLabels(300, 2000);
+  ASSERT_EQ(standard.placed.size(), 2u);
+  ASSERT_EQ(tall.placed.size(), 2u);
+  EXPECT_EQ(standard.pixelSize, labels::kPixelSize);
+  EXPECT_EQ(tall.pixelSize, 2 * labels::kPixelSize);
+  EXPECT_NEAR(tall.placed[1].height / standard.placed[1].height, 2, 0.15);
+  EXPECT_NEAR(tall.placed[1].width / standard.placed[1].width, 2, 0.15);
+  // Vector documents carry the size too.
+  const ExportReport report = save("tall.svg", 300, 2000);
+  ASSERT_TRUE(report.written) << report.error;
+  EXPECT_NE(bytesOf(report.path)
+                .find("font-size=\"24\" text-anchor=\"start\" dy=\"12\" "
+                      "font-family=\"Helvetica\">Omega<"),
+            std::string::npos);
 }
 
 TEST_F(Labels, SvgHoldsTheLabelsOfTheMode) {

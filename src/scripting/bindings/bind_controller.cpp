@@ -120,7 +120,8 @@ void bindSelection(Controller& cls) {
   cls.def("toggleSelectionOfVertexWithIndex", &C::toggleSelectionOfVertexWithIndex,
           py::arg("index"));
   cls.def("selectedVertices", &C::selectedVertices);
-  cls.def("setSelectedVertices", &C::setSelectedVertices, py::arg("indices"));
+  cls.def("setSelectedVertices", &C::setSelectedVertices, py::arg("indices"),
+          "Selects exactly these vertex indices (an undoable change).");
   cls.def("hiddenVertices", &C::hiddenVertices);
   cls.def("setHiddenVertices", &C::setHiddenVertices, py::arg("mask"));
 }

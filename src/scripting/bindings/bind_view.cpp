@@ -172,7 +172,8 @@ void bindView(py::module_& m) {
       },
       py::arg("x"), py::arg("y"), py::arg("dx") = 3.0, py::arg("dy") = 3.0,
       "The vertex nearest the viewer in a dx by dy pixel region around (x, y) (backing pixels, "
-      "origin lower left), or -1. Needs the view's GL context current.");
+      "origin lower left), or -1, as drawn at the camera's viewWidth x viewHeight (0 x 0, so "
+      "nothing is picked, until a window draws the view or setCamera gives a size).");
 
   // Text overlays: the texts as they stand, which of them are drawn, and the
   // capability report.

@@ -8,7 +8,9 @@
 #include <string>
 #include <tuple>
 
+#include "app/filterselector.h"
 #include "filter/filtering.h"
+#include "plexora/PropertyValue.h"
 #include "render/vertexsizes.h"
 
 namespace plexview {
@@ -26,16 +28,26 @@ void bindVertexSizes(Class& cls) {
           const auto network = target.network();
           if (!network) throw py::value_error("no network: only \"None\" can be chosen");
           if (!filter::namedValues(*network, name)) {
-            throw py::value_error("no number property or measure named \"" + name + "\"");
+            std::string choices = "\"None\"";
+            for (const std::string& title : app::filterPropertyTitles(network.get())) {
+              choices += ", \"" + title + "\"";
+            }
+            const bool other = propertyCount(network->propertyForKey(name)) > 0;
+            throw py::value_error((other ? "\"" + name + "\" is not a number property"
+                                         : "no number property or measure named \"" + name + "\"") +
+                                  "; sizes can follow " + choices);
           }
         }
         target.setSizeProperty(name);
       },
       py::arg("name"),
       "Sizes vertices by a number property or a measure (\"Node Degree\", ...), or \"None\".");
-  cls.def("sizeTransform", [](const T& target) {
-    return std::string(vertex_sizes::transformName(target.sizeTransform()));
-  });
+  cls.def(
+      "sizeTransform",
+      [](const T& target) {
+        return std::string(vertex_sizes::transformName(target.sizeTransform()));
+      },
+      "How the size property's values are transformed: \"linear\", \"sqrt\" or \"log\".");
   cls.def(
       "setSizeTransform",
       [](T& target, const std::string& name) {

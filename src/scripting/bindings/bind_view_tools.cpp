@@ -18,11 +18,14 @@ void bindViewTools(py::module_& m) {
           "Moves the camera so every shown vertex fits the view; False when none is shown.");
   cls.def("frameSelection", &VXLNetworkView::frameSelection,
           "Moves the camera so the selected shown vertices fit the view.");
-  cls.def("shownVertices", &VXLNetworkView::shownVertices);
+  cls.def("shownVertices", &VXLNetworkView::shownVertices,
+          "Indices of the vertices the filter and the colouring leave shown, ascending.");
   cls.def("findVertices", &VXLNetworkView::findVertices, py::arg("text"),
-          "Vertices whose Name or a text property contains text, ignoring case.");
-  cls.def("selectAll", &VXLNetworkView::selectAll);
-  cls.def("invertSelection", &VXLNetworkView::invertSelection);
+          "Vertices whose Name (without names: number) or a text property contains text, "
+          "ignoring case.");
+  cls.def("selectAll", &VXLNetworkView::selectAll, "Selects every vertex.");
+  cls.def("invertSelection", &VXLNetworkView::invertSelection,
+          "Selects the vertices that were not selected, and only those.");
   cls.def("selectNeighbours", &VXLNetworkView::selectNeighbours,
           "Adds every vertex joined by an edge to a selected vertex.");
   cls.def("verticesInRectangle", &VXLNetworkView::verticesInRectangle, py::arg("x0"), py::arg("y0"),
@@ -38,9 +41,9 @@ void bindControllerUndo(py::module_& m) {
   cls.def("undo", &VXLController::undo,
           "Puts back the state before the last undoable change (colouring, filter, thresholds, "
           "selection, positions).");
-  cls.def("redo", &VXLController::redo);
-  cls.def("canUndo", &VXLController::canUndo);
-  cls.def("canRedo", &VXLController::canRedo);
+  cls.def("redo", &VXLController::redo, "Makes again the change the last undo took back.");
+  cls.def("canUndo", &VXLController::canUndo, "Whether undo has a change to take back.");
+  cls.def("canRedo", &VXLController::canRedo, "Whether redo has a change to make again.");
 }
 
 }  // namespace plexview
