@@ -232,7 +232,7 @@ def renderFile(file, output, iterations=200, width=800, height=600, colorBy="", 
         write = pictureWriter(view, output)
         layOut(view, iterations, os.path.basename(file))
         view.prepareFrame()
-        view.zoomToFit()  # framed, as a window frames a settled network
+        view.zoomToFit(width, height)  # framed, as a window frames a settled network
         try:
             write(width, height, controller.viewLineWidth())
         except OSError:

@@ -80,7 +80,7 @@ int runSnapshot(int argc, char** argv, const app::Options& options) {
   view.iterateBy(options.steps);
   // Framed as a window frames a new network once its layout has settled.
   view.prepareFrame();
-  view.zoomToFit();
+  view.zoomToFit(options.width, options.height);
   error = writeSnapshot(view, options.snapshot, options.width, options.height);
   if (!error.empty()) {
     printError(error);

@@ -538,6 +538,9 @@ class VXLNetworkView {
   // with a small margin; the rotation centre becomes their centre. Answers
   // false, changing nothing, when no vertex is shown.
   bool zoomToFit();
+  // The same for a picture of width x height pixels: a view without a window
+  // (a script's, a render's) has no size of its own to fit.
+  bool zoomToFit(int width, int height);
   // The same for the selected shown vertices.
   bool frameSelection();
   // The shown vertices, in increasing order.
@@ -901,7 +904,9 @@ class VXLNetworkView {
   std::atomic<std::uint64_t> stepsSinceInstall_{0};
   std::atomic<std::uint64_t> changes_{0};
   std::atomic<std::uint64_t> selectionChanges_{0};
-  bool frameVertices(const std::vector<std::uint64_t>& vertices);
+  // Frames `vertices` as seen in a picture of `width` x `height` (0 x 0:
+  // the view's own size).
+  bool frameVertices(const std::vector<std::uint64_t>& vertices, int width = 0, int height = 0);
   // The scaled positions of `vertices` (lock_ held).
   std::vector<Vec3d> scaledPositions(const std::vector<std::uint64_t>& vertices) const;
   void autoFitTick();

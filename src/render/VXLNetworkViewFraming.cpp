@@ -42,7 +42,8 @@ std::vector<Vec3d> VXLNetworkView::scaledPositions(
   return points;
 }
 
-bool VXLNetworkView::frameVertices(const std::vector<std::uint64_t>& vertices) {
+bool VXLNetworkView::frameVertices(const std::vector<std::uint64_t>& vertices, int width,
+                                   int height) {
   std::lock_guard lock(lock_);
   const std::vector<Vec3d> points = scaledPositions(vertices);
   const Matrix4 rotation = camera::multiply(camera::rotationMatrix(worldRotation_),
@@ -58,7 +59,15 @@ bool VXLNetworkView::frameVertices(const std::vector<std::uint64_t>& vertices) {
     }
   }
   const camera::FitOptions options{0.06, 0.8 * static_cast<double>(largest), 4.0};
-  if (!camera::fitCamera(camera_, rotation, points, nearClipDistance(), options)) return false;
+  VXLCamera fitted = camera_;
+  if (width > 0 && height > 0) {
+    fitted.viewWidth = width;
+    fitted.viewHeight = height;
+  }
+  if (!camera::fitCamera(fitted, rotation, points, nearClipDistance(), options)) return false;
+  fitted.viewWidth = camera_.viewWidth;
+  fitted.viewHeight = camera_.viewHeight;
+  camera_ = fitted;
   projectionStale_.store(true);
   noteChange();
   return true;
@@ -66,6 +75,10 @@ bool VXLNetworkView::frameVertices(const std::vector<std::uint64_t>& vertices) {
 
 bool VXLNetworkView::zoomToFit() {
   return frameVertices(shownVertices());
+}
+
+bool VXLNetworkView::zoomToFit(int width, int height) {
+  return frameVertices(shownVertices(), width, height);
 }
 
 bool VXLNetworkView::frameSelection() {

@@ -166,7 +166,7 @@ def render(network: QLONetwork, path: str | _os.PathLike, size: tuple[int, int] 
         view = controller.networkView()
         view.setShowLabels(labels)
         view.prepareFrame()
-        view.zoomToFit()  # framed, as a window frames a settled network
+        view.zoomToFit(width, height)  # framed, as a window frames a settled network
         if line_width is None:
             line_width = controller.viewLineWidth()
         report = view.exportImageToFile(_os.fspath(path), width, height, float(line_width))

@@ -150,6 +150,22 @@ TEST(ViewTools, FitFollowsShownVerticesAndNewNetworksAreFramed) {
   for (const double x : {10 * s - radius, 30 * s + radius}) {  // the end balls' outer edges
     EXPECT_LE(std::abs(camera::project(projection, eye, {x, 0, 0}).x), 1.0) << x;
   }
+
+  // Framed for a wide picture, the chain spans its width; the view keeps
+  // its own size.
+  view.setSizeProperty("None");
+  ASSERT_TRUE(view.zoomToFit(400, 200));
+  VXLCamera wide = view.camera();
+  EXPECT_EQ(wide.viewWidth, 200);
+  wide.viewWidth = 400;
+  wide.viewHeight = 200;
+  const Matrix4 wideProjection =
+      camera::frustumMatrix(camera::frustum(wide, view.nearClipDistance(), 1e9f));
+  const Matrix4 wideEye =
+      camera::modelView(wide, std::nullopt, view.worldRotation(), view.objectRotation());
+  const double edge = std::abs(camera::project(wideProjection, wideEye, {30 * s + 0.8, 0, 0}).x);
+  EXPECT_GT(edge, 0.8);
+  EXPECT_LE(edge, 1.0);
 }
 
 TEST(ViewTools, SelectAllInvertNeighboursAndFind) {

@@ -14,8 +14,12 @@ namespace plexview {
 void bindViewTools(py::module_& m) {
   auto cls = py::reinterpret_borrow<py::class_<VXLNetworkView, std::shared_ptr<VXLNetworkView>>>(
       m.attr("VXLNetworkView"));
-  cls.def("zoomToFit", &VXLNetworkView::zoomToFit,
+  cls.def("zoomToFit", py::overload_cast<>(&VXLNetworkView::zoomToFit),
           "Moves the camera so every shown vertex fits the view; False when none is shown.");
+  cls.def("zoomToFit", py::overload_cast<int, int>(&VXLNetworkView::zoomToFit), py::arg("width"),
+          py::arg("height"),
+          "The same for a picture of width x height pixels (a view without a window has no "
+          "size of its own).");
   cls.def("frameSelection", &VXLNetworkView::frameSelection,
           "Moves the camera so the selected shown vertices fit the view.");
   cls.def("shownVertices", &VXLNetworkView::shownVertices,
