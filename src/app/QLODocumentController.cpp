@@ -171,9 +171,28 @@ void QLODocumentController::showReadFailure(const fs::path& url, const ReadError
   if (alert_) alert_(message, reason.describe());
 }
 
+QLOComplexNetwork::Ptr QLODocumentController::documentShowing(const fs::path& url) const {
+  for (const QLOComplexNetwork::Ptr& document : documents_) {
+    std::error_code error;
+    if (!document->fileURL().empty() && fs::equivalent(document->fileURL(), url, error)) {
+      return document;
+    }
+  }
+  return nullptr;
+}
+
+void QLODocumentController::present(const QLOComplexNetwork::Ptr& document) {
+  setCurrentDocument(document.get());
+  if (presenter_) presenter_(*document);
+}
+
 QLOComplexNetwork::Ptr QLODocumentController::openDocumentWithContentsOfURL(const fs::path& url,
                                                                             Display display,
                                                                             DocumentError* error) {
+  if (auto open = documentShowing(url)) {
+    present(open);
+    return open;
+  }
   const QLOComplexNetwork::Ptr current = currentDocument();
   if (mayLoadIntoCurrent(current)) {
     return loadIntoWindow(current, url, readForCurrentWindow(url), error);
@@ -186,6 +205,11 @@ QLOComplexNetwork::Ptr QLODocumentController::openDocumentWithContentsOfURL(cons
 
 void QLODocumentController::openDocumentInBackground(const fs::path& url, Display display,
                                                      OpenCompletion completion) {
+  if (auto open = documentShowing(url)) {
+    present(open);
+    if (completion) completion(open);
+    return;
+  }
   if (!context_) context_ = std::make_unique<QObject>();
   // Shared so that the hand-back can end the progress before an alert shows.
   auto progress = std::make_shared<std::unique_ptr<Progress>>(

@@ -33,6 +33,8 @@ class QLODocumentController {
                                        std::function<void(const OpenPanelResult&)> completion)>;
   // Builds and shows (or not) the window of a document.
   using WindowFactory = std::function<void(const QLOComplexNetwork::Ptr&, Display)>;
+  // Brings the window of an open document to the front.
+  using WindowPresenter = std::function<void(const QLOComplexNetwork&)>;
   // A modal alert: the message and the detail below it.
   using Alert = std::function<void(const std::string& message, const std::string& detail)>;
   // Something shown while a file is read; it goes away when destroyed.
@@ -61,6 +63,7 @@ class QLODocumentController {
   void setWindowFactory(WindowFactory factory) { windowFactory_ = std::move(factory); }
   void setOpenPanel(OpenPanel panel) { openPanel_ = std::move(panel); }
   void setAlert(Alert alert) { alert_ = std::move(alert); }
+  void setWindowPresenter(WindowPresenter presenter) { presenter_ = std::move(presenter); }
   void setProgressFactory(ProgressFactory factory) { progressFactory_ = std::move(factory); }
   void setRecoveryPanel(RecoveryPanel panel) { recoveryPanel_ = std::move(panel); }
 
@@ -81,7 +84,9 @@ class QLODocumentController {
   // window. A file that cannot be read raises an alert naming it and the
   // reason, changes nothing and answers null (with `error`, when given,
   // domain kOSStatusErrorDomain, code -4 and the reader's reason). Another
-  // tool's GraphML file, like a Pajek file, opens untitled.
+  // tool's GraphML file, like a Pajek file, opens untitled. A file an open
+  // document already shows is not read again (two windows would save over
+  // each other): that document comes to the front and is answered.
   QLOComplexNetwork::Ptr openDocumentWithContentsOfURL(const std::filesystem::path& url,
                                                        Display display, DocumentError* error);
   // The same, with the file read on a worker thread while the progress is
@@ -139,6 +144,11 @@ class QLODocumentController {
   int pendingOpens_ = 0;
 
   WindowFactory windowFactory_;
+  WindowPresenter presenter_;
+  // The open document saved as `url` (the same file, however named), or null.
+  QLOComplexNetwork::Ptr documentShowing(const std::filesystem::path& url) const;
+  // Makes it current and brings its window to the front.
+  void present(const QLOComplexNetwork::Ptr& document);
   OpenPanel openPanel_;
   Alert alert_;
   ProgressFactory progressFactory_;

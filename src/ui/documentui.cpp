@@ -81,6 +81,13 @@ void installDocumentUi(QLODocumentController& documents) {
         window->setAttribute(Qt::WA_DeleteOnClose);
         if (display == QLODocumentController::Display::Show) window->show();
       });
+  documents.setWindowPresenter([](const QLOComplexNetwork& document) {
+    if (DocumentWindow* window = DocumentWindow::windowFor(&document)) {
+      window->show();
+      window->raise();
+      window->activateWindow();
+    }
+  });
   documents.setOpenPanel(openPanelRunner([&documents] { return frontWindow(documents); }));
   documents.setAlert([&documents](const std::string& message, const std::string& detail) {
     QMessageBox box(QMessageBox::Warning, QStringLiteral("Plexview"),
