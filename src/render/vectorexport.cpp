@@ -6,6 +6,7 @@
 #include <QString>
 #include <cmath>
 
+#include "plexora/graphml_escape.h"
 #include "render/imagerects.h"
 
 namespace vector_export {
@@ -122,21 +123,9 @@ void text(const std::string& text, double pointSize, const float (&rgba)[4]) {
 std::string documentText(const std::string& text, ExportFormat format) {
   std::string out;
   if (format == ExportFormat::Svg) {
-    for (const char c : text) {
-      switch (c) {
-        case '&':
-          out += "&amp;";
-          break;
-        case '<':
-          out += "&lt;";
-          break;
-        case '>':
-          out += "&gt;";
-          break;
-        default:
-          out += c;
-      }
-    }
+    // As element content of an XML document: markup characters escaped,
+    // bytes that are not UTF-8 replaced.
+    plexora::graphml::appendEscaped(out, text, plexora::graphml::XmlPlace::Content);
     return out;
   }
   // Decomposed, an accented letter is its base letter and combining marks.

@@ -15,6 +15,7 @@ TEST(VectorText, EscapedForEachFormat) {
   const Case cases[] = {
       {"a<b & c>d", ExportFormat::Svg, "a&lt;b &amp; c&gt;d"},
       {"Zoë (x)", ExportFormat::Svg, "Zoë (x)"},
+      {"bad \xff byte", ExportFormat::Svg, "bad \uFFFD byte"},
       {"f(a\\b)", ExportFormat::Pdf, "f\\(a\\\\b\\)"},
       {"Zoë, Ångström", ExportFormat::Eps, "Zoe, Angstrom"},
       {"π ≈ 3\n", ExportFormat::Ps, "? ? 3?"},
