@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 #include "render/vec3.h"
 
@@ -60,18 +61,53 @@ bool fitCamera(VXLCamera& camera, const Matrix4& rotation, std::span<const Vec3d
   const double ballX = r * std::sqrt(1 + tanX * tanX);
   const double ballY = r * std::sqrt(1 + tanY * tanY);
 
-  // The eye sits at -D f from the centre: a point w (turned, relative to the
-  // centre) lies D + f.w in front of it and must satisfy
-  // |s.w| + ballX <= (D + f.w) tanX and |u.w| + ballY <= (D + f.w) tanY.
+  // The eye sits at -D f + a s + b u, the bounding-box centre being the
+  // origin; a point w (turned, relative to the centre) lies D + f.w in front
+  // of it, and |s.w - a| + ballX <= (D + f.w) tanX (likewise for y). Over all
+  // points that is D tanX + a >= maxP and D tanX - a >= maxQ with
+  // P = s.w - f.w tanX + ballX and Q = -s.w - f.w tanX + ballX: the nearest
+  // eye takes D tanX = (maxP + maxQ) / 2.
+  double maxPx = -std::numeric_limits<double>::infinity(), maxQx = maxPx;
+  double maxPy = maxPx, maxQy = maxPx;
   double distance = options.minimumHalfSize / std::min(tanX, tanY);
-  for (const Vec3d& p : points) {
+  std::vector<double> ahead(points.size()), across(points.size()), upward(points.size());
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const Vec3d& p = points[i];
     const Vec3d w = turn(rotation, {p[0] - centre[0], p[1] - centre[1], p[2] - centre[2]});
-    const double ahead = dot(f, w);
-    distance = std::max({distance, (std::abs(dot(s, w)) + ballX) / tanX - ahead,
-                         (std::abs(dot(u, w)) + ballY) / tanY - ahead, 1.1 * nearClip + r - ahead});
+    ahead[i] = dot(f, w);
+    across[i] = dot(s, w);
+    upward[i] = dot(u, w);
+    maxPx = std::max(maxPx, across[i] - ahead[i] * tanX + ballX);
+    maxQx = std::max(maxQx, -across[i] - ahead[i] * tanX + ballX);
+    maxPy = std::max(maxPy, upward[i] - ahead[i] * tanY + ballY);
+    maxQy = std::max(maxQy, -upward[i] - ahead[i] * tanY + ballY);
+    distance = std::max(distance, 1.1 * nearClip + r - ahead[i]);
   }
+  distance = std::max({distance, (maxPx + maxQx) / 2 / tanX, (maxPy + maxQy) / 2 / tanY});
+  // At that distance, the sideways offset that centres the picture: the
+  // one where the nearest miss on the right equals that on the left (the
+  // difference falls as the offset grows, so halving finds it). It is the
+  // offset that keeps the extremes furthest from the sides, so the points
+  // still fit.
+  const auto centring = [&](const std::vector<double>& side, double ball) {
+    const auto [lowest, highest] = std::minmax_element(side.begin(), side.end());
+    double lo = *lowest, hi = *highest;
+    for (int step = 0; step < 60; ++step) {
+      const double offset = (lo + hi) / 2;
+      double most = -std::numeric_limits<double>::infinity(), least = -most;
+      for (std::size_t i = 0; i < side.size(); ++i) {
+        const double depth = distance + ahead[i];
+        most = std::max(most, (side[i] - offset + ball) / depth);
+        least = std::min(least, (side[i] - offset - ball) / depth);
+      }
+      (most + least > 0 ? lo : hi) = offset;
+    }
+    return (lo + hi) / 2;
+  };
+  const double a = centring(across, ballX), b = centring(upward, ballY);
   camera.rotationCenter = centre;
-  camera.position = {-distance * f[0], -distance * f[1], -distance * f[2]};
+  camera.position = {-distance * f[0] + a * s[0] + b * u[0], -distance * f[1] + a * s[1] + b * u[1],
+                     -distance * f[2] + a * s[2] + b * u[2]};
   camera.direction = {distance * f[0], distance * f[1], distance * f[2]};
   return true;
 }

@@ -28,10 +28,12 @@ struct FitOptions {
   // one vertex does not fill the view.
   double minimumHalfSize = 0;
 };
-// Moves the camera along its viewing direction (which is kept, as are the
-// aperture and the up vector) so that every point lies inside the frustum
-// and in front of the near plane, and makes the points' bounding-box centre
-// the rotation centre. `rotation` is what the model-view applies after the
+// Places the camera, keeping its viewing direction, aperture and up vector,
+// so that every point lies inside the frustum and in front of the near
+// plane, as near as that allows, with the points' picture centred in the
+// view (the eye may sit beside the rotation centre: in perspective a cloud's
+// nearer side looks larger). The points' bounding-box centre becomes the
+// rotation centre. `rotation` is what the model-view applies after the
 // look-at (the world and object rotations). Answers false, changing nothing,
 // without points.
 bool fitCamera(VXLCamera& camera, const Matrix4& rotation, std::span<const Vec3d> points,

@@ -23,11 +23,15 @@ std::vector<Vec3d> cloud(Vec3d centre, Vec3d half, unsigned seed) {
   return points;
 }
 
-// The largest |x| or |y| in device coordinates, and whether every point lies
-// in front of the near plane.
+// The largest |x| or |y| in device coordinates, the picture's middle (both
+// 0 when it is centred), and whether every point lies in front of the near
+// plane.
 struct Extent {
   double largest = 0;
+  double lowX = 1e9, highX = -1e9, lowY = 1e9, highY = -1e9;
   bool inFront = true;
+  double middleX() const { return (lowX + highX) / 2; }
+  double middleY() const { return (lowY + highY) / 2; }
 };
 Extent extentAfter(const VXLCamera& cam, const Rotation& world, const std::vector<Vec3d>& points,
                    float nearClip) {
@@ -37,6 +41,10 @@ Extent extentAfter(const VXLCamera& cam, const Rotation& world, const std::vecto
   for (const Vec3d& p : points) {
     const camera::Projected q = camera::project(projection, view, p);
     e.largest = std::max({e.largest, std::abs(q.x), std::abs(q.y)});
+    e.lowX = std::min(e.lowX, q.x);
+    e.highX = std::max(e.highX, q.x);
+    e.lowY = std::min(e.lowY, q.y);
+    e.highY = std::max(e.highY, q.y);
     e.inFront = e.inFront && q.depth > nearClip;
   }
   return e;
@@ -54,6 +62,7 @@ TEST(Fit, EveryPointInsideAndTheExtentFillsTheView) {
   };
   const Case cases[] = {
       {"square view, cloud at the origin", 400, 400, 65, {}, {0, 0, 0}, {10, 10, 10}},
+      {"deep cloud, near side larger", 800, 600, 65, {25, 1, 1, 0}, {0, 0, 0}, {30, 5, 60}},
       {"wide view, far off-centre cloud", 1200, 300, 65, {}, {500, -300, 40}, {3, 1, 2}},
       {"tall view, flat cloud", 300, 900, 30, {}, {0, 0, 0}, {40, 5, 0}},
       {"turned world, long cloud", 800, 600, 90, {70, 0.3f, 1, 0.2f}, {-5, 7, 2}, {100, 2, 2}},
@@ -72,6 +81,8 @@ TEST(Fit, EveryPointInsideAndTheExtentFillsTheView) {
     EXPECT_TRUE(e.inFront);
     EXPECT_LE(e.largest, 1.0);
     EXPECT_GT(e.largest, 0.85);
+    EXPECT_NEAR(e.middleX(), 0, 1e-9);
+    EXPECT_NEAR(e.middleY(), 0, 1e-9);
     // The viewing direction is kept; only its length follows the distance.
     const double len = std::hypot(cam.direction[0], cam.direction[1], cam.direction[2]);
     const double lenBefore = std::hypot(directionBefore[0], directionBefore[1], directionBefore[2]);

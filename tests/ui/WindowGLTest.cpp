@@ -239,8 +239,8 @@ TEST_F(Window, CountsAndClicksFollowTheNetwork) {
   }));
   window_->controller().setAutomaticRepulsion(true);
 
-  // One vertex with a loop at the origin, which the camera looks at: it
-  // covers the middle of the window, and a click in an empty corner clears.
+  // One vertex with a loop at the origin, framed: it covers the middle of
+  // the window, and a click in an empty corner clears.
   NetworkData data;
   data.verticesCount = 1;
   data.from = {0};
@@ -254,6 +254,7 @@ TEST_F(Window, CountsAndClicksFollowTheNetwork) {
   view().setPositions(origin);
   ASSERT_TRUE(processEventsUntil([&] { return view().camera().viewWidth > 0; }));
   widget().grabFramebuffer();  // a frame with this network
+  ASSERT_TRUE(view().zoomToFit());  // the camera looks at the lone vertex
   QTest::mouseClick(&widget(), Qt::LeftButton, Qt::NoModifier, widget().rect().center());
   EXPECT_EQ(view().selectedIndices(), std::vector<std::uint64_t>{0});
   // The click shows the vertex's details, drawn in the bottom right corner.
