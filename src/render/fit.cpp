@@ -85,24 +85,38 @@ bool fitCamera(VXLCamera& camera, const Matrix4& rotation, std::span<const Vec3d
   }
   distance = std::max({distance, (maxPx + maxQx) / 2 / tanX, (maxPy + maxQy) / 2 / tanY});
   // At that distance, the sideways offset that centres the picture: the
-  // one where the nearest miss on the right equals that on the left (the
-  // difference falls as the offset grows, so halving finds it). It is the
-  // offset that keeps the extremes furthest from the sides, so the points
-  // still fit.
+  // one where the nearest miss on the right equals that on the left. Their
+  // sum falls piecewise linearly as the offset grows, so Newton steps find
+  // it in a few passes, halving the bracket when a step would leave it. It
+  // is the offset that keeps the extremes furthest from the sides, so the
+  // points still fit.
   const auto centring = [&](const std::vector<double>& side, double ball) {
     const auto [lowest, highest] = std::minmax_element(side.begin(), side.end());
     double lo = *lowest, hi = *highest;
-    for (int step = 0; step < 60; ++step) {
-      const double offset = (lo + hi) / 2;
+    double offset = (lo + hi) / 2;
+    for (int step = 0; step < 64 && hi - lo > 1e-12 * (1 + std::abs(offset)); ++step) {
       double most = -std::numeric_limits<double>::infinity(), least = -most;
+      double mostDepth = 1, leastDepth = 1;
       for (std::size_t i = 0; i < side.size(); ++i) {
         const double depth = distance + ahead[i];
-        most = std::max(most, (side[i] - offset + ball) / depth);
-        least = std::min(least, (side[i] - offset - ball) / depth);
+        const double right = (side[i] - offset + ball) / depth;
+        const double left = (side[i] - offset - ball) / depth;
+        if (right > most) {
+          most = right;
+          mostDepth = depth;
+        }
+        if (left < least) {
+          least = left;
+          leastDepth = depth;
+        }
       }
-      (most + least > 0 ? lo : hi) = offset;
+      const double sum = most + least;
+      if (sum == 0) break;
+      (sum > 0 ? lo : hi) = offset;
+      const double newton = offset + sum / (1 / mostDepth + 1 / leastDepth);
+      offset = lo < newton && newton < hi ? newton : (lo + hi) / 2;
     }
-    return (lo + hi) / 2;
+    return offset;
   };
   const double a = centring(across, ballX), b = centring(upward, ballY);
   camera.rotationCenter = centre;
