@@ -116,7 +116,7 @@ def _colour_by(controller, color_by):
         color_by = "color_by"
     names = list(controller.colorPropertyNames())
     names += [key for key in controller.network().keysForPropertiesOfVertices()
-              if key not in names and key not in ("Name", "Position")]
+              if key not in names and key != "Position"]
     if color_by not in names:
         raise ValueError(
             "no property %r to colour by; the network offers: %s" % (color_by, ", ".join(names))
@@ -127,7 +127,8 @@ def _colour_by(controller, color_by):
 def render(network: QLONetwork, path: str | _os.PathLike, size: tuple[int, int] = (1600, 1200),
            color_by: str | _Any = None, positions: _Any = None, steps: int = 500,
            theta: float | None = None, seed: int | None = None,
-           line_width: float | None = None, labels: str = "none") -> str:
+           line_width: float | None = None, labels: str = "none",
+           size_by: str | None = None) -> str:
     """Draws the network into a file and answers the path written.
 
     The extension picks the format: png, jpg/jpeg, tif/tiff, bmp, gif
@@ -139,7 +140,9 @@ def render(network: QLONetwork, path: str | _os.PathLike, size: tuple[int, int] 
     "Node InDegree", "Node Strength" ...), or gives one number or text per
     vertex; None keeps the colouring by degree. line_width is the edge width
     in pixels (None: the program's default). labels is "none", "selected" or
-    "all": which vertices have their name written beside them.
+    "all": which vertices have their name written beside them. size_by
+    names a number property or measure ("Node Degree" ...) that sets each
+    vertex's size, as View > Size by does (ValueError for an unknown name).
 
     As in a window once a new network's layout has settled, the camera frames
     the whole network, and the drawn positions are kept in the network's
@@ -165,6 +168,8 @@ def render(network: QLONetwork, path: str | _os.PathLike, size: tuple[int, int] 
             _colour_by(controller, color_by)
         view = controller.networkView()
         view.setShowLabels(labels)
+        if size_by is not None:
+            view.setSizeProperty(size_by)
         view.prepareFrame()
         view.zoomToFit(width, height)  # framed, as a window frames a settled network
         if line_width is None:
