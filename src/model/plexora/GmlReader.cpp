@@ -242,52 +242,47 @@ class GmlReader {
     return !failure_.failed();
   }
 
-  bool readGraph() {
-    const std::uint64_t start = line_;
+  // Reads a list's entries up to its ']' (the list began on line `start`),
+  // handing each key and value to `onEntry`, which answers false to stop.
+  // `what` names the list in the message when it is never closed.
+  template <class OnEntry>
+  bool readEntries(std::uint64_t start, std::string_view what, OnEntry onEntry) {
     bool closed = false;
     while (auto key = nextKey(&closed)) {
       auto value = nextValue(*key);
-      if (!value) return false;
-      if (value->kind == Value::List) {
-        if (*key == "node") {
-          if (!readNode()) return false;
-        } else if (*key == "edge") {
-          if (!readEdge()) return false;
-        } else if (!skipList()) {
-          return false;
-        }
-      } else if (*key == "directed" && value->kind == Value::Number) {
-        directed_ = value->number != 0;
-      }
+      if (!value || !onEntry(*key, *value)) return false;
     }
     if (failure_.failed()) return false;
-    if (!closed) return fail(start, "the graph list is not closed with ']'"), false;
+    if (!closed) return fail(start, std::string(what) + " is not closed with ']'"), false;
     return true;
   }
 
-  bool readGraphics(std::array<float, 3>& position, bool& placed) {
-    const std::uint64_t start = line_;
-    bool closed = false;
-    while (auto key = nextKey(&closed)) {
-      auto value = nextValue(*key);
-      if (!value) return false;
-      if (value->kind == Value::List) {
-        if (!skipList()) return false;
-        continue;
+  bool readGraph() {
+    return readEntries(line_, "the graph list", [this](std::string_view key, const Value& value) {
+      if (value.kind == Value::List) {
+        if (key == "node") return readNode();
+        if (key == "edge") return readEdge();
+        return skipList();
       }
-      const int axis = *key == "x" ? 0 : *key == "y" ? 1 : *key == "z" ? 2 : -1;
-      if (axis < 0) continue;
-      if (value->kind != Value::Number || !std::isfinite(value->number) ||
-          !std::isfinite(static_cast<float>(value->number))) {
-        return fail(line_, "the coordinate " + quillo::quoted(*key) + " is not a finite number"),
+      if (key == "directed" && value.kind == Value::Number) directed_ = value.number != 0;
+      return true;
+    });
+  }
+
+  bool readGraphics(std::array<float, 3>& position, bool& placed) {
+    return readEntries(line_, "the graphics list", [&](std::string_view key, const Value& value) {
+      if (value.kind == Value::List) return skipList();
+      const int axis = key == "x" ? 0 : key == "y" ? 1 : key == "z" ? 2 : -1;
+      if (axis < 0) return true;
+      if (value.kind != Value::Number || !std::isfinite(value.number) ||
+          !std::isfinite(static_cast<float>(value.number))) {
+        return fail(line_, "the coordinate " + quillo::quoted(key) + " is not a finite number"),
                false;
       }
-      position[static_cast<std::size_t>(axis)] = static_cast<float>(value->number);
+      position[static_cast<std::size_t>(axis)] = static_cast<float>(value.number);
       placed = true;
-    }
-    if (failure_.failed()) return false;
-    if (!closed) return fail(start, "the graphics list is not closed with ']'"), false;
-    return true;
+      return true;
+    });
   }
 
   bool readNode() {
@@ -297,31 +292,26 @@ class GmlReader {
     std::array<float, 3> position{0.0f, 0.0f, 0.0f};
     bool placed = false;
     attributes_.clear();
-    bool closed = false;
-    while (auto key = nextKey(&closed)) {
-      auto value = nextValue(*key);
-      if (!value) return false;
-      if (value->kind == Value::List) {
-        if (*key == "graphics") {
-          if (!readGraphics(position, placed)) return false;
-        } else if (!skipList()) {
-          return false;
-        }
-      } else if (*key == "id") {
-        if (value->kind != Value::Number || value->number != std::floor(value->number) ||
-            std::fabs(value->number) > 9.0e15) {
-          return fail(line_, "a node id must be an integer"), false;
-        }
-        id = static_cast<std::int64_t>(value->number);
-      } else if (*key == "label") {
-        label = value->text;
-        if (value->kind == Value::Number) label = lastNumberToken();
-      } else {
-        attributes_.emplace_back(*key, *value);
-      }
-    }
-    if (failure_.failed()) return false;
-    if (!closed) return fail(start, "a node list is not closed with ']'"), false;
+    const bool read =
+        readEntries(start, "a node list", [&](std::string_view key, const Value& value) {
+          if (value.kind == Value::List) {
+            return key == "graphics" ? readGraphics(position, placed) : skipList();
+          }
+          if (key == "id") {
+            if (value.kind != Value::Number || value.number != std::floor(value.number) ||
+                std::fabs(value.number) > 9.0e15) {
+              return fail(line_, "a node id must be an integer"), false;
+            }
+            id = static_cast<std::int64_t>(value.number);
+          } else if (key == "label") {
+            label = value.text;
+            if (value.kind == Value::Number) label = lastNumberToken();
+          } else {
+            attributes_.emplace_back(key, value);
+          }
+          return true;
+        });
+    if (!read) return false;
     if (!id) return fail(start, "a node has no id"), false;
     const std::uint64_t vertex = ids_.size();
     if (vertex >= maxReadVertices()) {
@@ -369,29 +359,24 @@ class GmlReader {
     edge.line = line_;
     bool hasSource = false, hasTarget = false;
     std::optional<double> weight, value;
-    bool closed = false;
-    while (auto key = nextKey(&closed)) {
-      auto v = nextValue(*key);
-      if (!v) return false;
-      if (v->kind == Value::List) {
-        if (!skipList()) return false;
-        continue;
-      }
-      const bool isNumber = v->kind == Value::Number;
-      if (*key == "source" || *key == "target") {
-        if (!isNumber || v->number != std::floor(v->number) || std::fabs(v->number) > 9.0e15) {
-          return fail(line_, "the edge's " + std::string(*key) + " is not a node id"), false;
-        }
-        (*key == "source" ? edge.source : edge.target) = static_cast<std::int64_t>(v->number);
-        (*key == "source" ? hasSource : hasTarget) = true;
-      } else if (*key == "weight" && isNumber) {
-        weight = v->number;
-      } else if (*key == "value" && isNumber) {
-        value = v->number;
-      }
-    }
-    if (failure_.failed()) return false;
-    if (!closed) return fail(edge.line, "an edge list is not closed with ']'"), false;
+    const bool read =
+        readEntries(edge.line, "an edge list", [&](std::string_view key, const Value& v) {
+          if (v.kind == Value::List) return skipList();
+          const bool isNumber = v.kind == Value::Number;
+          if (key == "source" || key == "target") {
+            if (!isNumber || v.number != std::floor(v.number) || std::fabs(v.number) > 9.0e15) {
+              return fail(line_, "the edge's " + std::string(key) + " is not a node id"), false;
+            }
+            (key == "source" ? edge.source : edge.target) = static_cast<std::int64_t>(v.number);
+            (key == "source" ? hasSource : hasTarget) = true;
+          } else if (key == "weight" && isNumber) {
+            weight = v.number;
+          } else if (key == "value" && isNumber) {
+            value = v.number;
+          }
+          return true;
+        });
+    if (!read) return false;
     if (!hasSource || !hasTarget)
       return fail(edge.line, "an edge lacks its source or target"), false;
     if (weight || value) {
