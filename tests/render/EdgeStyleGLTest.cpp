@@ -1,6 +1,5 @@
 // Styled edges on pixels, on both renderers: colours and widths by weight,
-// arrow heads on directed networks, and the
-// heads recorded in a vector document.
+// arrow heads on directed networks, and the heads in a vector document.
 #include "export_support.h"
 
 namespace {
