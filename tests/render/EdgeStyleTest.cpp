@@ -17,15 +17,6 @@ using namespace edge_style;
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInf = std::numeric_limits<float>::infinity();
 
-TEST(EdgeStyle, ModeNames) {
-  for (ColourMode mode : {ColourMode::Endpoints, ColourMode::Weight, ColourMode::Single}) {
-    EXPECT_EQ(colourModeNamed(colourModeName(mode)), mode);
-  }
-  for (const char* name : {"", "Single", "weights", "endpoint", "single "}) {
-    EXPECT_FALSE(colourModeNamed(name)) << name;
-  }
-}
-
 TEST(EdgeStyle, WeightsArePlacedInTheFiniteRange) {
   const float weights[] = {kNaN, 2, -kInf, 6, 4, kInf};
   const WeightRange range = weightRange(weights, 6);

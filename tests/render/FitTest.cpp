@@ -64,8 +64,6 @@ TEST(Fit, EveryPointInsideAndTheExtentFillsTheView) {
       {"square view, cloud at the origin", 400, 400, 65, {}, {0, 0, 0}, {10, 10, 10}},
       {"deep cloud, near side larger", 800, 600, 65, {25, 1, 1, 0}, {0, 0, 0}, {30, 5, 60}},
       {"wide view, far off-centre cloud", 1200, 300, 65, {}, {500, -300, 40}, {3, 1, 2}},
-      {"tall view, flat cloud", 300, 900, 30, {}, {0, 0, 0}, {40, 5, 0}},
-      {"turned world, long cloud", 800, 600, 90, {70, 0.3f, 1, 0.2f}, {-5, 7, 2}, {100, 2, 2}},
       {"huge network", 640, 480, 65, {30, 1, 0, 0}, {0, 0, 0}, {5000, 4000, 3000}},
   };
   for (const Case& c : cases) {

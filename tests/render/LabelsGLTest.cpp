@@ -127,10 +127,7 @@ TEST_F(Labels, GrowInPicturesTallerThanTheReference) {
   // Vector documents carry the size too.
   const ExportReport report = save("tall.svg", 300, 2000);
   ASSERT_TRUE(report.written) << report.error;
-  EXPECT_NE(bytesOf(report.path)
-                .find("font-size=\"24\" text-anchor=\"start\" dy=\"12\" "
-                      "font-family=\"Helvetica\">Omega<"),
-            std::string::npos);
+  EXPECT_NE(bytesOf(report.path).find("font-size=\"24\""), std::string::npos);
 }
 
 TEST_F(Labels, SvgHoldsTheLabelsOfTheMode) {

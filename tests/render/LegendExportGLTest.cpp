@@ -1,8 +1,6 @@
 // The legend in exported documents and pictures: its title and round ticks
 // as text in PDF and SVG, and its pixels in a picture drawn without the
 // window's texts.
-#include <QProcess>
-
 #include "export_support.h"
 #include "render/VXLLegends.h"
 
@@ -23,10 +21,7 @@ class LegendExport : public ExportFixture {
 };
 
 std::string pdfText(const std::filesystem::path& pdf) {
-  QProcess process;
-  process.start("pdftotext", {q(pdf), "-"});
-  EXPECT_TRUE(process.waitForFinished(60000));
-  return process.readAllStandardOutput().toStdString();
+  return run("pdftotext", {q(pdf), "-"}).output;
 }
 
 TEST_F(LegendExport, DocumentsKeepTitleAndTicksAsText) {
@@ -47,14 +42,7 @@ TEST_F(LegendExport, DocumentsKeepTitleAndTicksAsText) {
   // SVG carries no pictures here: the bar is drawn as shapes, a few dozen
   // rows of colour.
   ASSERT_TRUE(save("bare.svg", 300, 300).written);
-  const auto shapes = [](const std::string& document) {
-    std::size_t count = 0;
-    for (auto at = document.find("<polygon"); at != std::string::npos;
-         at = document.find("<polygon", at + 1))
-      ++count;
-    return count;
-  };
-  EXPECT_GT(shapes(svg), shapes(bytesOf(folder.path() / "bare.svg")) + 20);
+  EXPECT_GT(count(svg, "<polygon"), count(bytesOf(folder.path() / "bare.svg"), "<polygon") + 20);
 }
 
 TEST_F(LegendExport, PicturesWithoutTextsStillShowTheLegend) {

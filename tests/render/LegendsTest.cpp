@@ -54,24 +54,6 @@ TEST_F(Legend, FrameHasOneRowPerLabelBeyondTheFirstWithinTheMargins) {
   EXPECT_DOUBLE_EQ(m->frameSize().height, 80);
 }
 
-TEST_F(Legend, TitleTakesARowMeasuredAgainstTheLabelColumnButASetTitleKeepsTheFrame) {
-  const auto cat = LegendKind::Categorical;
-  EXPECT_NEAR(legend({"x2"}, {kRed}, cat, "x1")->frameSize().height,
-              legend({"x1", "x2"})->frameSize().height, 1e-9);
-  // A title wider than the labels: its width minus the label offset.
-  const std::string wide = "a title much wider than the label";
-  EXPECT_NEAR(
-      legend({wide})->frameSize().width - legend({"x2"}, {kRed}, cat, wide)->frameSize().width, 19,
-      1e-9);
-
-  auto l = legend({"x1"});
-  const TextSize first = l->frameSize();
-  l->setTitle(wide);
-  EXPECT_EQ(l->frameSize(), first);
-  l->setHeight(1.0);  // the same height, but the frame is measured again
-  EXPECT_GT(l->frameSize().height, first.height);
-}
-
 // The image of a legend at a readable scale, read with y upwards from the
 // bottom as the legend is laid out.
 class LegendImage : public Legend {

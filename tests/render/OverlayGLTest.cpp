@@ -84,11 +84,7 @@ TEST_F(Overlay, DrawingTextsLeavesTheSceneStateAsItWas) {
   EXPECT_GT(lit(after, 95, 95, 105, 105), 50);
 }
 
-TEST_F(Overlay, CapabilityReportNamesTheRendererAndIsDrawnAtTheTopRight) {
-  const std::string renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
-  const std::string report = view_.capabilitiesText();
-  EXPECT_NE(report.find("Renderer: " + renderer + "\n"), std::string::npos) << report;
-  EXPECT_NE(report.find("GL_ARB_texture_rectangle"), std::string::npos);
+TEST_F(Overlay, CapabilityReportIsDrawnAtTheTopRight) {
   EXPECT_EQ(lit(frame(view_), 120, 10, 190, 30), 0);
   view_.setFDrawCaps(true);
   EXPECT_GT(lit(frame(view_), 120, 10, 190, 30), 50);

@@ -1,17 +1,14 @@
 // The text overlays without GL: GLString's frame and image, the vertex
-// details, the view's texts and their fade, and the capability text.
+// details and when the camera text is kept.
 #include <gtest/gtest.h>
 
 #include <QImage>
 #include <functional>
-#include <regex>
-#include <sstream>
 
 #include "../support/gui_application.h"
 #include "../support/networks.h"
 #include "render/GLString.h"
 #include "render/VXLNetworkView.h"
-#include "render/capabilities.h"
 
 namespace {
 
@@ -99,19 +96,6 @@ std::shared_ptr<QLONetwork> detailsNetwork() {
       });
 }
 
-TEST(VertexDetails, KeysInOrderSkippingNamePositionColourWithNumbersAndTextsFormatted) {
-  const auto network = detailsNetwork();
-  ASSERT_TRUE(network);
-  // "k: " + 30 characters is 34 with the line break: kept whole.
-  EXPECT_EQ(VXLNetworkView::vertexDetailsText(network->vertexAtIndex(1)),
-            "Name: beta (1)\nDegree: 2.00\nZeta: 1.2e+04\na_label: one|two\nb_score: 0.12\nk: " +
-                std::string(30, 'x') + "\nvec: (1, 2, 3)");
-  // One more character: cut to 30 (the line break counts) and "...".
-  EXPECT_EQ(VXLNetworkView::vertexDetailsText(network->vertexAtIndex(2)),
-            "Name: gamma (2)\nDegree: 1.00\nZeta: 0\na_label: \nb_score: 0\nk: " +
-                std::string(26, 'y') + "...\nvec: (0, 0, 0)");
-}
-
 TEST(VertexDetails, SelectingAVertexShowsItsDetails) {
   VXLNetworkView view;
   view.setNetwork(detailsNetwork());
@@ -136,55 +120,6 @@ TEST(CameraText, KeptOnlyForAnUnchangedCameraAndAnAllZeroWorldRotation) {
     changes[i](changed);
     EXPECT_FALSE(VXLNetworkView::cameraTextCurrent(camera, changed, zero)) << "change " << i;
   }
-}
-
-TEST(ViewTexts, CameraInformationAndMessageTexts) {
-  VXLNetworkView view;
-  VXLCamera camera = view.camera();
-  for (const auto& [z, rotation, text] :
-       {std::tuple{42.25, Rotation{90, 0, 1, 0.5f}, "42.2 rotated to (90.0, 0.0, 1.0, 0.5)"},
-        std::tuple{7.0, Rotation{}, "7.0 rotated to (0.0, 0.0, 0.0, 0.0)"}}) {
-    camera.position = {0, 0, z};
-    camera.aperture = 30;
-    view.setCamera(camera);
-    view.setWorldRotation(rotation);
-    view.updateCameraString();
-    EXPECT_EQ(view.cameraString(), "Camera distance " + std::string(text) + " with 30.0 aperture");
-  }
-
-  EXPECT_EQ(view.messageString(), "No messages...");
-  view.setNetworkName("karate club");
-  EXPECT_EQ(view.infoString(), "(0 x 0) \nkarate club");
-  view.update();
-  EXPECT_TRUE(std::regex_match(view.messageString(), std::regex(R"(update at \d+\.\d secs)")))
-      << view.messageString();
-}
-
-TEST(ViewTexts, MessagesFadeFromPointThreeToNothingOverThreeSeconds) {
-  for (const auto& [now, want] : {std::pair{5.0, 0.3f}, {7.5, 0.05f}, {8.0, -1.0f}}) {
-    EXPECT_NEAR(VXLNetworkView::fadeIntensity(now, 5).value_or(-1.0f), want, 1e-6)
-        << now;  // -1: gone
-  }
-}
-
-TEST(Capabilities, ExtensionsAreListedSeveralToALineWithinTheWidth) {
-  capabilities::GlCapabilities caps;
-  for (int i = 0; i < 23; ++i) caps.extensions.push_back("GL_TEST_extension_" + std::to_string(i));
-  caps.extensions.push_back("GL_" + std::string(70, 'z'));  // longer than the width
-  const std::string text = capabilities::capabilitiesText(caps, 60);
-  std::istringstream lines(text.substr(text.find("Extensions (24):")));
-  std::vector<std::string> seen;
-  std::string line;
-  std::getline(lines, line);
-  int extensionLines = 0;
-  for (; std::getline(lines, line); ++extensionLines) {
-    std::istringstream names(line);
-    for (std::string name; names >> name;) seen.push_back(name);
-    EXPECT_TRUE(line.size() <= 60 || line.find("zzz") != std::string::npos) << line;
-  }
-  EXPECT_EQ(seen, caps.extensions);
-  EXPECT_GT(extensionLines, 5);
-  EXPECT_LT(extensionLines, 23);
 }
 
 }  // namespace

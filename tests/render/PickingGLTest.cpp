@@ -69,19 +69,6 @@ TEST_F(Picking, EmptySpaceAnswersNoVertex) {
   EXPECT_LT(view.pickAt(mid[0], mid[1], kSize / 2, 10), 2u);
 }
 
-TEST_F(Picking, SelectedVertexIsPickedOnItsShellToo) {
-  // Between the sphere (radius 0.7) and the shell (radius 0.8).
-  const Vec3d rim{0.76, 0, 0};
-  for (bool selected : {false, true}) {
-    VXLNetworkView view;
-    install(view, network(2, {}), {{-20, 0, 0}, {0, 0, 0}});
-    if (selected) view.setSelectedVertices({1});
-    look(view, 3);
-    const auto w = project(view, rim);
-    EXPECT_EQ(view.pickAt(w[0], w[1], 1, 1), selected ? 1u : VXLNetworkView::kNoVertex) << selected;
-  }
-}
-
 TEST_F(Picking, DragRotationShowsOnlyWhileDraggingAndClicksPick) {
   VXLNetworkView view;
   install(view, network(1, {}), {{5, 0, 0}});

@@ -8,17 +8,7 @@ namespace {
 
 using namespace gltest;
 
-class RenderPaths : public OffscreenGL {
- protected:
-  Image drawWith(VXLNetworkView& view, RenderPath path) {
-    view.setPreferredRenderPath(path);
-    Image image = frame(view);
-    EXPECT_EQ(view.renderPath(), path);
-    EXPECT_NE(view.capabilitiesText().find("Scene renderer: " + renderPathName(path)),
-              std::string::npos);
-    return image;
-  }
-};
+class RenderPaths : public OffscreenGL {};
 
 // Twelve vertices on a 4 x 3 grid, apart on screen, at several depths, with
 // their own colours; edges join neighbours; vertices 2, 5 and 9 selected.

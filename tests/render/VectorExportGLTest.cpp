@@ -1,6 +1,5 @@
 // Vector export: documents real readers accept, the primitives recorded, the
 // rounds as the feedback buffer grows, and the view left as it was.
-#include <QProcess>
 #include <regex>
 
 #include "export_support.h"
@@ -11,25 +10,6 @@ namespace {
 using namespace gltest;
 
 class VectorExport : public ExportFixture {};
-
-struct ToolRun {
-  int exitCode = -1;  // -1 when the tool did not run to its end
-  std::string output;
-};
-ToolRun run(const QString& program, const QStringList& arguments) {
-  QProcess process;
-  process.setProcessChannelMode(QProcess::MergedChannels);
-  process.start(program, arguments);
-  const bool ran = process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit;
-  return {ran ? process.exitCode() : -1,
-          process.readAll().toStdString() + (ran ? "" : process.errorString().toStdString())};
-}
-
-int count(const std::string& text, const std::string& what) {
-  int n = 0;
-  for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
-  return n;
-}
 
 // The first page rendered at 72 dpi, one pixel a point.
 QImage pdfPage(const std::filesystem::path& pdf) {

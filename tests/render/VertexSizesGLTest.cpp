@@ -16,12 +16,6 @@ class VertexSizes : public OffscreenGL {
     view.setSelectedVertices({1});
     aim(view, 20);
   }
-  Image drawWith(VXLNetworkView& view, RenderPath path) {
-    view.setPreferredRenderPath(path);
-    Image image = frame(view);
-    EXPECT_EQ(view.renderPath(), path);
-    return image;
-  }
   // Pixels off the white background in the left and in the right half.
   static std::array<int, 2> covered(const Image& image) {
     auto drawn = [](const Pixel& p) { return !white(p); };
@@ -44,27 +38,6 @@ TEST_F(VertexSizes, LargerVertexCoversMorePixelsOnBothPaths) {
       const auto sized = covered(drawWith(view, path));
       EXPECT_LT(sized[0], standard[0] * 0.5) << name;
       EXPECT_GT(sized[1], standard[1] * 4) << name;
-    }
-  }
-}
-
-TEST_F(VertexSizes, SizeOneDrawsTheSamePixelsAsNoSizes) {
-  for (const RenderPath path : {RenderPath::Shader, RenderPath::FixedFunction}) {
-    for (const bool cubes : {false, true}) {
-      const std::string name = renderPathName(path) + (cubes ? " cubes" : " spheres");
-      VXLNetworkView view;
-      installPair(view);
-      view.setSimpleShapes(cubes);
-      const Image standard = drawWith(view, path);
-      view.setSizeRange({1, 1});  // every vertex at the middle size, 1
-      view.setSizeProperty("w");
-      ASSERT_TRUE(view.vertexSizes()) << name;
-      EXPECT_EQ(drawWith(view, path).rgba, standard.rgba) << name;
-      // Back to no sizes after sizes were drawn.
-      view.setSizeRange({0.5f, 3});
-      drawWith(view, path);
-      view.setSizeProperty("None");
-      EXPECT_EQ(drawWith(view, path).rgba, standard.rgba) << name;
     }
   }
 }

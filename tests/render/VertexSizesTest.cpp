@@ -28,11 +28,9 @@ TEST(VertexSizes, ValuesPlacedBetweenTheSmallestAndLargestSize) {
   };
   const Case cases[] = {
       {"linear", {0, 5, 10}, Transform::Linear, {1, 3}, {1, 2, 3}},
-      {"linear, negative values", {-4, 0, 4}, Transform::Linear, {1, 2}, {1, 1.5f, 2}},
       {"square root", {0, 25, 100}, Transform::SquareRoot, {1, 3}, {1, 2, 3}},
       {"log", {1, 10, 100}, Transform::Log, {0.5f, 2.5f}, {0.5f, 1.5f, 2.5f}},
       {"constant: the middle size", {7, 7, 7}, Transform::Linear, {1, 3}, {2, 2, 2}},
-      {"one vertex: the middle size", {7}, Transform::Log, {0.5f, 3}, {1.75f}},
       {"no vertices", {}, Transform::Linear, {1, 3}, {}},
       {"NaN and infinities: the smallest size",
        {kNaN, 0, kInf, 10, -kInf},
@@ -53,7 +51,7 @@ TEST(VertexSizes, ValuesPlacedBetweenTheSmallestAndLargestSize) {
   }
 }
 
-TEST(VertexSizes, RangesAndTransformNames) {
+TEST(VertexSizes, RangesMustBePositiveOrderedAndBounded) {
   // Bounds: equal ends allowed, zero, reversed, too large or not finite not.
   const std::pair<Range, bool> ranges[] = {
       {{1, 1}, true}, {{0, 1}, false}, {{2, 1}, false}, {{1, 101}, false}, {{kNaN, 1}, false},
@@ -61,10 +59,6 @@ TEST(VertexSizes, RangesAndTransformNames) {
   for (const auto& [range, valid] : ranges) {
     EXPECT_EQ(vertex_sizes::validRange(range), valid) << range.minimum << ".." << range.maximum;
   }
-  for (Transform t : {Transform::Linear, Transform::SquareRoot, Transform::Log}) {
-    EXPECT_EQ(vertex_sizes::transformNamed(vertex_sizes::transformName(t)), t);
-  }
-  EXPECT_FALSE(vertex_sizes::transformNamed("Linear"));
 }
 
 std::shared_ptr<QLONetwork> pathWithProperty(std::uint64_t n, std::vector<float> values) {
@@ -110,11 +104,8 @@ TEST(VertexSizes, ViewSizesFollowSettingsAndNetwork) {
   view.setSizeProperty("None");
   EXPECT_EQ(view.vertexSizes(), nullptr);
 
-  const std::uint64_t before = view.changeCount();
   EXPECT_THROW(view.setSizeRange({3, 1}), std::invalid_argument);
   EXPECT_EQ(view.sizeRange(), (Range{2, 4}));
-  view.setSizeTransform(Transform::Log);
-  EXPECT_GT(view.changeCount(), before) << "a new frame is drawn";
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QFile>
 #include <QImage>
+#include <QProcess>
 #include <filesystem>
 #include <string>
 
@@ -24,6 +25,27 @@ inline QImage load(const std::filesystem::path& path) {
 inline std::string bytesOf(const std::filesystem::path& path) {
   QFile file(q(path));
   return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+}
+
+// How often `what` occurs in the text.
+inline int count(const std::string& text, const std::string& what) {
+  int n = 0;
+  for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
+  return n;
+}
+
+// A command line tool's exit code and its output, both channels merged.
+struct ToolRun {
+  int exitCode = -1;  // -1 when the tool did not run to its end
+  std::string output;
+};
+inline ToolRun run(const QString& program, const QStringList& arguments) {
+  QProcess process;
+  process.setProcessChannelMode(QProcess::MergedChannels);
+  process.start(program, arguments);
+  const bool ran = process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit;
+  return {ran ? process.exitCode() : -1,
+          process.readAll().toStdString() + (ran ? "" : process.errorString().toStdString())};
 }
 
 inline constexpr Vec3d kUpperLeft{-12, 8, 0};

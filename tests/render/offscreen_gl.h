@@ -132,6 +132,13 @@ class OffscreenGL : public ::testing::Test {
     aim(view, distance);
     return frame(view);
   }
+  // Draws with the renderer asked for, which must be the one drawing.
+  Image drawWith(VXLNetworkView& view, RenderPath path) {
+    view.setPreferredRenderPath(path);
+    Image image = frame(view);
+    EXPECT_EQ(view.renderPath(), path);
+    return image;
+  }
 
   std::unique_ptr<QOffscreenSurface> surface_;
   std::unique_ptr<QOpenGLContext> context_;
