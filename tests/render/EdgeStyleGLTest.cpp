@@ -80,6 +80,16 @@ TEST_F(EdgeStyle, ArrowHeadsOnDirectedNetworksOnly) {
     const int atSource = inkAround(drawWith(view, path), view, {-nearTarget[0], 0, 0}, 3);
     EXPECT_EQ(atSource, lineOnly);
 
+    // A target drawn three times as large (radius 2.1) moves the head out
+    // with its surface, which each renderer works out itself: around 5.9
+    // there is a head only then.
+    view.network()->setPropertiesOfVertices(
+        QLONumberArray::initWithFloats(std::vector<float>{1, 10}), "w");
+    const Vec3d nearLargeTarget{10 - 2.1 - edge_style::kHeadLength + 0.5, 0, 0};
+    const int unsized = inkAround(drawWith(view, path), view, nearLargeTarget, 3);
+    view.setSizeProperty("w");
+    EXPECT_GT(inkAround(drawWith(view, path), view, nearLargeTarget, 3), unsized + 8);
+
     // An undirected network draws no heads, even when asked to.
     install(view, network(2, {{0, 1}}), at);
     EXPECT_FALSE(view.showArrows());
