@@ -9,7 +9,7 @@ import numpy as np
 
 import plexview
 from plexview import NumberType, Precision, QLONumberArray, QLOVector3dArray
-from support import ScratchFolderTestCase, assert_same_bits
+from support import ScratchFolderTestCase
 
 
 class NumberArrayTest(unittest.TestCase):
@@ -31,7 +31,9 @@ class NumberArrayTest(unittest.TestCase):
                 self.assertEqual(array.numberArrayType(), number_type)
                 self.assertEqual((view.dtype, view.shape), (np.dtype(view_dtype), (5,)))
                 np.testing.assert_array_equal(view, values)
-                assert_same_bits(self, values.astype(np.float32), array.getFloatValues())
+                floats = array.getFloatValues()
+                self.assertEqual(floats.dtype, np.float32)
+                np.testing.assert_array_equal(floats, values.astype(np.float32))
                 view[2] = 0
                 array.setDoubleValue(1.0, 3)
                 self.assertEqual((array.doubleValueAtIndex(2), view[3]), (0, 1))

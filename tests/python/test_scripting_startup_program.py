@@ -24,8 +24,7 @@ import os, sys, json
 import plexview
 with open(os.environ["PLEXVIEW_TEST_RECORD"], "w") as record:
     json.dump({"file": __file__, "argv": sys.argv,
-               "pythonpath": os.environ.get("PYTHONPATH"),
-               "kind": %(kind)r}, record)
+               "pythonpath": os.environ.get("PYTHONPATH")}, record)
 
 def runScript(path):
     with open(path) as script:
@@ -49,10 +48,10 @@ class StartupScript(ScratchFolderTestCase):
         os.mkdir(self.resources)
         self.record = self.path("record.json")
 
-    def install(self, name, kind, source=RECORDING_SCRIPT):
+    def install(self, name, source=RECORDING_SCRIPT):
         """Puts a start-up script named `name` in the resource folder."""
         with open(os.path.join(self.resources, name), "w", encoding="utf-8") as out:
-            out.write(source % {"kind": kind})
+            out.write(source)
 
     def run_with_status(self, status, *extra, **environment):
         script = self.write_text("status.txt", str(status))
@@ -69,8 +68,8 @@ class StartupScript(ScratchFolderTestCase):
 
     def test_without_a_start_up_script_the_program_stops_with_the_message(self):
         # Only the wrong names are present.
-        self.install("Main.py", "main")
-        self.install("PyInterpreter.txt", "txt")
+        self.install("Main.py")
+        self.install("PyInterpreter.txt")
         result = run(["--render", "x.net", "-o", self.path("x.png")],
                      PLEXVIEW_RESOURCES=self.resources)
         self.assertNotEqual(result.returncode, 0)
@@ -78,7 +77,7 @@ class StartupScript(ScratchFolderTestCase):
         self.assertFalse(os.path.exists(self.path("x.png")))
 
     def test_the_search_path_is_replaced_and_the_arguments_passed_on(self):
-        self.install("PyInterpreter.py", "py")
+        self.install("PyInterpreter.py")
         os.mkdir(os.path.join(self.resources, "PyObjC"))
         network = os.path.join(DATA, "documents", "two-parts.net")
         result = self.run_with_status(6, network, PYTHONPATH="/elsewhere")
@@ -91,7 +90,7 @@ class StartupScript(ScratchFolderTestCase):
 
     def test_a_failing_start_up_script_is_logged_and_start_up_goes_on(self):
         failing = RECORDING_SCRIPT + "\nraise RuntimeError('start-up broke here')\n"
-        self.install("PyInterpreter.py", "py", failing)
+        self.install("PyInterpreter.py", failing)
         result = self.run_with_status(7)
         # The event loop ran the --run script, which chose the status.
         self.assertEqual(result.returncode, 7, result.stderr)
