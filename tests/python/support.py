@@ -1,12 +1,10 @@
-"""Helpers shared by the Python tests: scratch folders, float bit checks,
-seeded random networks and controllers showing a network."""
+"""Helpers shared by the Python tests: scratch folders, seeded random
+networks and controllers showing a network."""
 
 import os
 import shutil
 import tempfile
 import unittest
-
-import numpy as np
 
 import plexview
 
@@ -28,29 +26,9 @@ class ScratchFolderTestCase(unittest.TestCase):
             out.write(text)
         return path
 
-    def read_text(self, name):
-        with open(self.path(name), encoding="utf-8") as source:
-            return source.read()
-
     def missing_folder_path(self, name):
         """A path inside a folder that does not exist: no writer can create it."""
         return os.path.join(self.folder, "no-such-folder", name)
-
-
-def assert_same_bits(test, expected, actual):
-    """Exact equality of float arrays: the same bit patterns, except that any
-    NaN matches any NaN (text forms keep NaN but not its payload)."""
-    expected = np.asarray(expected)
-    actual = np.asarray(actual)
-    test.assertEqual(expected.dtype, actual.dtype)
-    test.assertEqual(expected.shape, actual.shape)
-    nan_expected = np.isnan(expected)
-    np.testing.assert_array_equal(nan_expected, np.isnan(actual))
-    unsigned = np.uint32 if expected.dtype == np.float32 else np.uint64
-    np.testing.assert_array_equal(
-        expected[~nan_expected].view(unsigned), actual[~nan_expected].view(unsigned)
-    )
-
 
 
 def random_network(vertices, degree, seed):
