@@ -47,7 +47,7 @@ TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
   const ScratchFolder scratch;
   const fs::path& folder = scratch.path();
   const std::string native(app::kComplexNetworkType), pajek(app::kPajekNetworkType);
-  const std::string gml(app::kGmlNetworkType), gexf(app::kGexfNetworkType);
+  const std::string gexf(app::kGexfNetworkType);
   const std::string edges(app::kEdgeListType);
   struct Case {
     const char* name;
@@ -59,8 +59,6 @@ TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
       {"a.graphml", "*Vertices 1\n", native},
       {"b.PAJ", "<graphml/>", pajek},
       {"plain.gz", "<gexf version=\"1.3\">", gexf},
-      {"c.GML.gz", "1 2\n", gml},
-      {"d.txt", "graph [", edges},
       {"empty", "", edges},
       // Compressed: the extension under ".gz", else the inflated content.
       {"c.net.gz", kGzipGraphml, pajek},
@@ -81,9 +79,6 @@ TEST(DocumentTypes, ByExtensionElseByFirstCharacter) {
   ASSERT_EQ(::mkfifo((folder / "pipe.net").c_str(), 0600), 0);
   EXPECT_FALSE(app::typeOfFile(folder / "pipe.net", error));
   EXPECT_NE(error.message.find("pipe"), std::string::npos) << error.message;
-
-  EXPECT_TRUE(app::typeConformsTo(app::kPajekNetworkType, "public.text"));
-  EXPECT_FALSE(app::typeConformsTo(app::kComplexNetworkType, app::kPajekNetworkType));
 }
 
 // A window without widgets: what the document window does with the

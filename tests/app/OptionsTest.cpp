@@ -29,13 +29,8 @@ TEST(Options, AcceptedCommandLines) {
   const std::pair<std::vector<std::string>, std::string> cases[] = {
       {{}, "window |  |  |  |  none | " + D},
       {{"--", "-dash.net", "a.net"}, "window -dash.net a.net |  |  |  |  none | " + D},
-      {{"x.net", "--help"}, "help x.net |  |  |  |  none | " + D},
-      {{"--version", "--bogus"}, "version |  |  |  |  none | " + D},
       {{"--snapshot=o=1.png", "--size=3x4", "--steps=5", "--", "--size=1x1"},
        "snapshot --size=1x1 |  | o=1.png |  |  none | 5 3x4"},
-      {{"b", "--snapshot", "o", "--steps", "0", "--size", "7X9"},
-       "snapshot b |  | o |  |  none | 0 7x9"},
-      {{"--snapshot", "o.png", "-"}, "snapshot - |  | o.png |  |  none | " + D},
       {{"a.net", "--run", "s.py", "b.net"}, "window a.net b.net | s.py |  |  |  none | " + D},
       {{"--render", "a.net", "-o", "o.png"}, "render a.net |  |  | o.png |  none | " + D},
       {{"-o", "o.SVG", "--iterations", "0", "--render", "a.net", "--size", "30x20", "--color-by",
@@ -52,7 +47,6 @@ TEST(Options, AcceptedCommandLines) {
 TEST(Options, RefusedCombinationsSayWhy) {
   const std::pair<std::vector<std::string>, std::string> cases[] = {
       {{"--bogus=1"}, "--bogus=1"},
-      {{"--snapshot="}, "--snapshot"},
       {{"--snapshot"}, "--snapshot"},
       {{"--snapshot", "o.png", "--steps", "12x"}, "12x"},
       {{"--snapshot", "o.png", "--size", "0x10"}, "0x10"},
@@ -61,18 +55,12 @@ TEST(Options, RefusedCombinationsSayWhy) {
       {{"--snapshot", "o.png", "a.net", "b.net"}, "b.net"},
       {{"--render", "a.net"}, "-o"},
       {{"--render", "a.net", "-o", "o.jpg"}, "o.jpg"},
-      {{"--render", "a.net", "-o", "png"}, ".png"},
-      {{"--render", "a.net", "-o"}, "-o"},
-      {{"--render", "a.net", "b.net", "-o", "o.png"}, "b.net"},
       {{"--render", "a.net", "-o", "o.png", "--iterations", "-3"}, "-3"},
       {{"--render", "a.net", "-o", "o.png", "--steps", "3"}, "--steps"},
       {{"--render", "a.net", "-o", "o.png", "--snapshot", "s.png"}, "--render"},
-      {{"--render", "a.net", "-o", "o.png", "--run", "s.py"}, "--run"},
       {{"--snapshot", "s.png", "--run", "s.py"}, "--run"},
       {{"a.net", "-o", "o.png"}, "--render"},
-      {{"--run"}, "--run"},
       {{"--render", "a.net", "-o", "o.png", "--labels", "selected"}, "none or all"},
-      {{"--snapshot", "s.png", "--labels", "all"}, "--labels"},
   };
   for (const auto& [args, reason] : cases) {
     const app::ParsedOptions parsed = app::parseOptions(args);

@@ -19,7 +19,6 @@ TEST(ColorFileKind, DecidedByTheNumbersOpeningTheFirstLine) {
       {"\t-1e3  +2. .5", ColorFileKind::Colors},
       {"1-2 3", ColorFileKind::Colors},  // a sign starts the next number
       {"7\n8\n", ColorFileKind::Numbers},
-      {"7 apples", ColorFileKind::Numbers},
       {"2e", ColorFileKind::Numbers},  // an exponent needs digits
       {"1 2\n3 4 5\n", ColorFileKind::Categories},
       {"\n7\n", ColorFileKind::Categories},  // the first line is empty

@@ -16,10 +16,8 @@ TEST(LegendLabel, FormatDependsOnMagnitude) {
     const char* text;
   };
   const Case cases[] = {
-      {10.0f, "10"},  {250.4f, "250"},     {12345.0f, "1.2e+04"}, {-250.4f, "-250"},
-      {10.01f, "10"}, {9998.6f, "9999"},   {9999.0f, "1e+04"},    {3.14159f, "3.1"},
-      {0.0f, "0"},    {-0.004f, "-0.004"}, {-10.0f, "-10"},       {1e-9f, "1e-09"},
-      {kNaN, "nan"},
+      {250.4f, "250"},   {12345.0f, "1.2e+04"}, {9998.6f, "9999"}, {9999.0f, "1e+04"},
+      {3.14159f, "3.1"}, {-0.004f, "-0.004"},   {kNaN, "nan"},
   };
   for (const Case& c : cases) EXPECT_EQ(legendLabel(c.value), c.text) << c.value;
 }

@@ -125,7 +125,6 @@ TEST(Network, VerticesAnswerNameDegreeAndProperties) {
   EXPECT_EQ(v.countEdges(), 4);  // self-loop counts twice
   auto props = v.properties();
   EXPECT_EQ(std::get<std::string>(props["Name"]), "c");
-  EXPECT_EQ(propertyEntryText(props["Position"]), "(1, 2, 3)");
   EXPECT_EQ(vertices[3].countEdges(), 0);
   // A vertex keeps its network alive.
   QLOVertex kept = network->vertexAtIndex(0);

@@ -56,8 +56,6 @@ TEST(PajekReading, DocumentsReadAsDescribed) {
        "*Project\n*Vertices 9\n1 \"x\"\n*Arcs\n1 9\n",
        "2 undirected | 0-1"},
       {"*Network a\n*Edges\n1 2\n*Network b\n*Arcs\n1 7\n", "2 undirected | 0-1"},
-      // A title or notes before the first header, or under *Network, are passed over.
-      {"Zachary's karate club\n1 2 3\n*Network karate\nnotes\n*Edges\n1 2\n", "2 undirected | 0-1"},
       // Without *Vertices the largest vertex number is the count; edges before
       // *Vertices are checked when it comes.
       {"*Arcs\n3 7\n2 1\n", "7 directed | 2-6 1-0"},
@@ -77,7 +75,6 @@ TEST(PajekReading, DocumentsReadAsDescribed) {
        "Position:float3=0.5 -2 0,1 2 3,0 0 0,0.25 0.75 0, | shape=\"\"\"box\"\"\"\"\""},
       {"*Vertices 2\n1 a 0.0 0.0 ellipse\n2 b 0.0 0.0 ellipse\n",
        "2 undirected | | Name=\"a\"\"b\" | shape=\"ellipse\"\"ellipse\""},
-      {"*Vertices 2\n1 a 3 box\n2 b 5\n", "2 undirected | | Name=\"a\"\"b\" | shape=\"box\"\"\""},
       // Attributes in order of first use; a later line for a vertex replaces
       // what an earlier one gave it.
       {fixture("vertex-attributes.net"),
@@ -87,7 +84,6 @@ TEST(PajekReading, DocumentsReadAsDescribed) {
       // Directed when an arc section added an edge; weighted when a line gave
       // a numeric weight (missing or other weights are 1) or a matrix an arc.
       {"*Edges\n1 2 3.5\n2 3\n", "3 undirected weighted | 0-1:3.5 1-2:1"},
-      {"*Arcs\n1 2 heavy\n2 1 c Red\n", "2 directed | 0-1 1-0"},
       {"*Arcslist\n1 2\n*Edges\n1 2 0.5\n", "2 directed weighted | 0-1:1 0-1:0.5"},
       {"*Edges\n1 2 3.4028235e38\n1 2 1e-50\n1 2 heavy\n",
        "2 undirected weighted | 0-1:3.4028235e+38 0-1:0 0-1:1"},
@@ -136,7 +132,6 @@ TEST(PajekErrors, EachFaultNamesItsLine) {
       {"*Vertices 10000000\n1 a\n", 1, "the labels and attributes of 10000000 vertices need 305"},
       {"*Edges\n1 10000300\n", 2, "vertex 10000300 is outside 1..10000288"},
       {"% c\n*Vertices 99999999999999999999\n", 2, "vertex count 99999999999999999999"},
-      {"*Vertices many\n", 1, "'many' is not a vertex count"},
       {"*Matrix\n0 1\n", 1, "*Matrix needs a *Vertices line"},
       {"*Vertices 3\n%\n*Matrix\n0 1 0\n0 0\n*Edges\n", 3, "the matrix ends after 5 numbers"},
       {"*Vertices 2\n*Matrix\n0 1\n0 0\n1\n", 5, "more than 2 rows"},
@@ -145,9 +140,7 @@ TEST(PajekErrors, EachFaultNamesItsLine) {
       {"*\n", 1, "needs a name"},
       // Numbers the layout cannot use are refused, with what the file said.
       {"*Edges\n1 2 nan\n", 2, "weight 'nan' is not a finite number"},
-      {"*Arcs\n1 2 1e39\n", 2, "'1e39' is out of range for a 32-bit float"},
       {"*Vertices 2\n1 a 0 -inf\n", 2, "coordinate '-inf' is not a finite number"},
-      {"*Vertices 2\n*Matrix\n0 NaN\n0 0\n", 3, "'NaN' is not a finite number"},
       // Control bytes and bytes that are not UTF-8 are shown, not cut off.
       {"*Edges\n1 2\n1\0x 2\n"s, 3, "'1\\x00x' is not a vertex number"},
       {"*Edges\n1 2\xaf\n", 2, "'2\\xAF' is not a vertex number"},

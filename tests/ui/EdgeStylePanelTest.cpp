@@ -20,7 +20,6 @@ TEST(EdgeStylePanel, ControlsReachTheViewAndFollowIt) {
   panel.refresh();
   auto* mode = panel.findChild<QComboBox*>("edgeColorMode");
   ASSERT_TRUE(mode);
-  EXPECT_EQ(mode->currentText(), "Endpoints");
   const int single = mode->findText("Single colour");
   mode->setCurrentIndex(single);
   emit mode->activated(single);
